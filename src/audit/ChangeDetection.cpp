@@ -1,0 +1,91 @@
+#include "audit/ChangeDetection.h"
+
+#include <algorithm>
+
+#include "audit/AuditTrail.h"
+#include "text/Lists.h"
+
+namespace vrn::audit {
+
+namespace {
+
+std::string textAt(const std::optional<xml::Document>& method, std::string_view path) {
+    const auto node = method ? method->selectSingleNode(path) : xml::Node();
+    return node ? node.text() : std::string();
+}
+
+constexpr std::string_view stepPath = "/Method/Macros/MacroVariable/MacroValues";
+
+template <typename Reader>
+void compareReadings(const method::EditorState& state, Reader&& reader, std::string& newText, bool& changed) {
+    auto now = reader(state, state.domNewMethod);
+    if (reader(state, std::optional(state.domMethodBaseline)) != now) {
+        changed = true;
+        newText = std::move(now);
+    }
+}
+
+}  // namespace
+
+std::string Cycle_name(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
+    return method::standardHandler(state, "Cycle_name ", [&] {
+        const auto step = textAt(method, stepPath);
+        return std::string(text::before(step, "("));
+    });
+}
+
+std::string Syringe_size(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
+    return method::standardHandler(state, "Syringe_size ", [&] { return textAt(method, "/Method/Syringe/SyringeSize"); });
+}
+
+std::string Params_List(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
+    return method::standardHandler(state, "Params_List ", [&] {
+        const auto step = textAt(method, stepPath);
+        const auto open = step.find('(');
+        return open == std::string::npos ? std::string() : text::replacedAll(step.substr(open + 1), ")", "");
+    });
+}
+
+std::string Param_name(const method::EditorState& state, const std::optional<xml::Document>& method,
+                       std::size_t position) noexcept {
+    return method::standardHandler(state, "Param_name ", [&] {
+        const auto line = textAt(method, "/Method/Macros/MacroData/MacroLine[" + std::to_string(position) + "]");
+        return std::string(text::before(line, ";"));
+    });
+}
+
+void Cycle_name_changed(const method::EditorState& state, std::string& newName, bool& changed) noexcept {
+    method::standardHandler(state, "Cycle_name_changed ", [&] { compareReadings(state, Cycle_name, newName, changed); });
+}
+
+void Syringe_size_changed(const method::EditorState& state, std::string& newSize, bool& changed) noexcept {
+    method::standardHandler(state, "Syringe_size_changed ", [&] { compareReadings(state, Syringe_size, newSize, changed); });
+}
+
+void Update_param_changes(const method::EditorState& state, const xml::Document& audit) noexcept {
+    method::standardHandler(state, "Update_param_changes ", [&] {
+        Compare_params(state, audit, Params_List(state, state.domMethodBaseline), Params_List(state, state.domNewMethod));
+    });
+}
+
+void Compare_params(const method::EditorState& state, const xml::Document& audit, const std::string& oldList,
+                    const std::string& newList) noexcept {
+    method::standardHandler(state, "Compare_params ", [&] {
+        const auto oldItems = text::split(oldList, ",");
+        const auto newItems = text::split(newList, ",");
+        if (newItems.empty()) {
+            return;
+        }
+        for (std::size_t i = 0; i < std::max(oldItems.size(), newItems.size()); ++i) {
+            if (i >= newItems.size()) {
+                errors::throwSubscriptOutOfRange();
+            }
+            const bool changed = i >= oldItems.size() || newItems[i] != oldItems[i];
+            if (changed && !newItems[i].empty()) {
+                Add_Param_To_MethodAuditTrail(state, audit, Param_name(state, state.domNewMethod, i + 1), newItems[i]);
+            }
+        }
+    });
+}
+
+}  // namespace vrn::audit

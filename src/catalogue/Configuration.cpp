@@ -1,0 +1,99 @@
+#include "catalogue/Configuration.h"
+
+#include <algorithm>
+
+#include "catalogue/CxmlValuesHandler.h"
+#include "catalogue/ParameterDefinition.h"
+#include "text/Lists.h"
+#include "text/Unicode.h"
+
+namespace vrn::catalogue {
+
+namespace {
+
+// The values behind the first "(" of a step or atom call, its last character (the closing parenthesis) dropped.
+void addArguments(const std::string& call, UdonCollection& udons) {
+    const auto open = call.find('(');
+    if (open == std::string::npos || open + 1 >= call.size()) {
+        return;
+    }
+    for (const auto& value : text::split(std::string_view(call).substr(open + 1, call.size() - open - 2), ",")) {
+        udons.addValue(value);
+    }
+}
+
+}  // namespace
+
+bool ControlUserDef_Obj(method::EditorState& state, const std::string& name, const std::string& value) {
+    return standardHandler(state, "vrnMethodEditor.VRN_MethodEditor.ControlUserDef_Obj ", [&] {
+        if (value.empty() || !state.domConfig.hasChildNodes()) {
+            return false;
+        }
+        const auto key = categoryKey(name);
+        if (text::contains(state.xmlValues->configuration(state.domConfig).lastTextOfKey(key), value)) {
+            return true;
+        }
+        const auto own = state.services.instrument->ObjectNames(key);
+        return own && std::find(own->begin(), own->end(), value) != own->end();
+    });
+}
+
+std::string GetPredUnitName(method::EditorState& state, const xml::Document& configuration, const std::string& udon) {
+    return standardHandler(state, "GetPredUnitName ", [&]() -> std::string {
+        if (text::contains(udon, "\"")) {
+            return {};
+        }
+        auto category = state.xmlValues->baselineArguments(state.domMethodBaseline).keyOfName(udon);
+        if (!category || category->empty()) {
+            category = state.xmlValues->configuration(configuration).keyOfName(udon);
+        }
+        return category.value_or("");
+    });
+}
+
+void ClearSpaces(std::string& text) {
+    for (const char mark : {' ', '-', '+'}) {
+        if (const auto at = text.find(mark); at != std::string::npos) {
+            text.resize(at);
+        }
+    }
+}
+
+void UdonCollection::addValue(const std::string& value) {
+    if (!value.starts_with("SL.")) {
+        return;
+    }
+    auto cleaned = value;
+    ClearSpaces(cleaned);
+    if (upperCased_.insert(text::upperCase(cleaned)).second) {
+        names_.push_back(std::move(cleaned));
+    }
+}
+
+void CheckMacroValues(method::EditorState& state, const xml::Document& method, UdonCollection& udons) {
+    standardHandler(state, "CheckMacroValues ", [&] {
+        const auto sequence = method.selectSingleNode("/Method/Macros/MacroVariable");
+        for (const auto& step : childrenNamed(sequence, "MacroValues")) {
+            addArguments(step.text(), udons);
+        }
+    });
+}
+
+void CheckCycleUdons(method::EditorState& state, const xml::Document& method, UdonCollection& udons) {
+    standardHandler(state, "CheckCycleUdons ", [&] {
+        for (const auto& atom : childrenNamed(method.selectSingleNode("Method/ATOMLINE"), "ATOM")) {
+            addArguments(atom.text(), udons);
+        }
+    });
+}
+
+UdonCollection MethodUdons(method::EditorState& state, const xml::Document& method) {
+    return standardHandler(state, "MethodUdons ", [&] {
+        UdonCollection udons;
+        CheckMacroValues(state, method, udons);
+        CheckCycleUdons(state, method, udons);
+        return udons;
+    });
+}
+
+}  // namespace vrn::catalogue

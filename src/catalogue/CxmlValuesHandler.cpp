@@ -1,0 +1,216 @@
+#include "catalogue/CxmlValuesHandler.h"
+
+#include <algorithm>
+
+#include "catalogue/ParameterDefinition.h"
+#include "errors/Handlers.h"
+#include "text/Lists.h"
+
+namespace vrn::catalogue {
+
+namespace {
+
+constexpr std::string_view freeText = "FREE TEXT";
+
+// One list behind another; an empty list adds nothing, an empty front list leaves its separator.
+void appendList(std::string& list, const std::string& more) {
+    if (!more.empty()) {
+        list += ";" + more;
+    }
+}
+
+bool addsNothing(const std::string& list, std::string_view item) { return text::contains(list, item); }
+
+}  // namespace
+
+bool ItIsObject(std::string_view text) noexcept {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return (c >= 'A' && c <= 'Z') || c == '_'; });
+}
+
+template <typename Index, typename Make>
+const Index& CxmlValuesHandler::keep(Kept<Index>& kept, const xml::Document& document, Make&& make) {
+    if (!kept.index || !kept.document.sameAs(document)) {
+        kept.index.reset();
+        kept.document = document;
+        kept.index.emplace(make());
+    }
+    return *kept.index;
+}
+
+const MacroIndex& CxmlValuesHandler::macros(const xml::Document& catalogue) {
+    return keep(macros_, catalogue, [&] { return MacroIndex(catalogue); });
+}
+
+const ObjectListIndex& CxmlValuesHandler::objects(const xml::Document& objectList) {
+    return keep(objects_, objectList, [&] { return ObjectListIndex(objectList); });
+}
+
+const ArgumentsIndex& CxmlValuesHandler::configuration(const xml::Document& configuration) {
+    return keep(arguments_, configuration, [&] {
+        return ArgumentsIndex(childrenNamed(configuration.selectSingleNode("Config/Arguments"), "OBJECT"));
+    });
+}
+
+const ArgumentsIndex& CxmlValuesHandler::baselineArguments(const xml::Document& method) {
+    return keep(baseline_, method,
+                [&] { return ArgumentsIndex(childrenNamed(method.selectSingleNode("Method/Arguments"), "OBJECT")); });
+}
+
+void CxmlValuesHandler::forget() noexcept {
+    macros_ = {};
+    objects_ = {};
+    arguments_ = {};
+    baseline_ = {};
+    objectList_ = {};
+    configuration_ = {};
+}
+
+std::string CxmlValuesHandler::RetrieveValues(std::int16_t kind, const xml::Document& objectList,
+                                              const xml::Document& configuration, const std::string& key) {
+    return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.RetrieveValues ", [&]() -> std::string {
+        objectList_ = objectList;
+        configuration_ = configuration;
+        if (key.empty()) {
+            return {};
+        }
+        if (kind == 1) {
+            return objectsOfType(key);
+        }
+        return kind == 2 ? atomText(objectList, key) : std::string();
+    });
+}
+
+std::string CxmlValuesHandler::objectsOfType(const std::string& type) {
+    const auto& index = objects(objectList_);
+    if (!index.hasObjects()) {
+        return {};
+    }
+    auto list = index.namesOfType(type);
+    appendList(list, SLObject(type));
+    if (type != "SYRINGE") {
+        appendList(list, SLObject(std::string(freeText)));
+    }
+    return list;
+}
+
+std::string CxmlValuesHandler::atomText(const xml::Document& objectList, const std::string& atom) {
+    std::string lines;
+    for (const auto& candidate : childrenNamed(objectList.selectSingleNode("LATESTKEX/ATOMS"), "ATOM")) {
+        if (candidate.child("AtomName").text() != atom) {
+            continue;
+        }
+        // The first child stands for the name, whatever it is.
+        const auto children = contentChildren(candidate);
+        for (std::size_t i = 1; i < children.size(); ++i) {
+            lines += children[i].text();
+            lines += text::crlf;
+        }
+        break;
+    }
+    return lines;
+}
+
+std::string CxmlValuesHandler::SLObject(const std::string& key) {
+    return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.SLObject ", [&] {
+        const auto own = services_->instrument->ObjectNames(key);
+        std::string list;
+        for (const auto& name : own.value_or(std::vector<std::string>())) {
+            list += name + ";";
+        }
+        if (configuration_.hasChildNodes()) {
+            if (!configuration_.selectSingleNode("Config/Arguments")) {
+                errors::throwObjectNotSet();
+            }
+            const auto& names = configuration(configuration_).namesOfKey(key);
+            if (!own || own->empty()) {
+                list += names;
+            } else {
+                for (const auto& name : text::split(names, ";")) {
+                    if (!name.empty() && std::find(own->begin(), own->end(), name) == own->end()) {
+                        list += name + ";";
+                    }
+                }
+            }
+        }
+        if (list.ends_with(';')) {
+            list.pop_back();
+        }
+        return list;
+    });
+}
+
+std::string CxmlValuesHandler::UnitsInOneMacro(const std::string& macroNames, const xml::Document& catalogue) {
+    return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.UnitsInOneMacro ", [&] {
+        unitsList_.clear();
+        std::string types;
+        std::string remaining = macroNames;
+        const auto& index = macros(catalogue);
+        for (std::size_t i = 0; i < index.macros().size(); ++i) {
+            const auto& name = index.names()[i];
+            if (!name) {
+                errors::throwObjectNotSet();
+            }
+            if (text::contains(remaining, *name)) {
+                for (const auto& line : definitionTexts(index.macros()[i])) {
+                    const auto definition = ParameterDefinition(line);
+                    if (definition.fields.size() < 2) {
+                        continue;
+                    }
+                    if (definition.isObject()) {
+                        auto own = line.substr(line.find(';') + 1);
+                        if (own.ends_with(';')) {
+                            own.pop_back();
+                        }
+                        if (!own.empty() && !addsNothing(types, own)) {
+                            types += own + ";";
+                        }
+                        continue;
+                    }
+                    std::string unit = definition.unitCode().value_or("");
+                    if (text::contains(definition.fields[0], "()")) {
+                        std::string second;
+                        services_->instrument->UnitPair("E", unit, second);
+                    }
+                    if (!addsNothing(unitsList_, unit)) {
+                        unitsList_ += unitsList_.empty() ? unit : ";" + unit;
+                    }
+                }
+                text::replaceAll(remaining, *name, "");
+            }
+            if (remaining.starts_with(';')) {
+                remaining.erase(0, 1);
+            }
+            if (remaining.empty()) {
+                break;
+            }
+        }
+        return unitsList_ + ";" + CleanRepetition(types);
+    });
+}
+
+std::string CxmlValuesHandler::CleanRepetition(const std::string& list) {
+    return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.CleanRepetition ", [&]() -> std::string {
+        if (list.empty() || list == ";") {
+            return {};
+        }
+        std::string cleaned = list;
+        for (const auto& item : text::split(list, ";")) {
+            const auto first = item.empty() ? std::string::npos : cleaned.find(item);
+            if (first == std::string::npos || cleaned.find(item, first + 1) == std::string::npos) {
+                continue;
+            }
+            text::replaceAll(cleaned, item + ";", "");
+            if (!cleaned.ends_with(';')) {
+                cleaned.push_back(';');
+            }
+            cleaned += item;
+        }
+        if (cleaned.ends_with(';')) {
+            cleaned.pop_back();
+        }
+        return cleaned;
+    });
+}
+
+}  // namespace vrn::catalogue

@@ -1,0 +1,71 @@
+// The catalogue parser: lists of objects, atoms and user-defined names, and the units that macros use.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "catalogue/Indexes.h"
+#include "services/Services.h"
+#include "xml/Dom.h"
+
+namespace vrn::catalogue {
+
+/// Whether a parameter type names an object type: not empty, and "A" to "Z" and "_" only.
+[[nodiscard]] bool ItIsObject(std::string_view text) noexcept;
+
+/// Failures go to the caller with a source that names the procedure.
+class CxmlValuesHandler {
+  public:
+    /// `services` must outlive the handler; its instrument service is asked anew on every call.
+    explicit CxmlValuesHandler(const services::Services& services) : services_(&services) {}
+
+    /// Kind 1: the names of the objects of the type `key`, then those that the configuration has for it, then the free-text names,
+    /// as a list text. Kind 2: the parameter lines of the atom `key`, each followed by CR LF. Otherwise empty.
+    [[nodiscard]] std::string RetrieveValues(std::int16_t kind, const xml::Document& objectList,
+                                             const xml::Document& configuration, const std::string& key);
+
+    /// Units, then object types, of the parameters of the named macros, as a list text; the separator between the two is always
+    /// there.
+    [[nodiscard]] std::string UnitsInOneMacro(const std::string& macroNames, const xml::Document& catalogue);
+
+    /// The user-defined names of a key: the instrument service's, then those of the configuration that the last `RetrieveValues`
+    /// was given.
+    [[nodiscard]] std::string SLObject(const std::string& key);
+
+    /// A list with repeated items moved to its end. Repetition is told by substring, and lists that do not end with ";" give what
+    /// they have always given.
+    [[nodiscard]] static std::string CleanRepetition(const std::string& list);
+
+    /// Look-ups over a document, kept until another document is asked about.
+    [[nodiscard]] const MacroIndex& macros(const xml::Document& catalogue);
+    [[nodiscard]] const ObjectListIndex& objects(const xml::Document& objectList);
+    [[nodiscard]] const ArgumentsIndex& configuration(const xml::Document& configuration);
+    [[nodiscard]] const ArgumentsIndex& baselineArguments(const xml::Document& method);
+    /// Lets go of all documents.
+    void forget() noexcept;
+
+  private:
+    template <typename Index>
+    struct Kept {
+        xml::Document document;
+        std::optional<Index> index;
+    };
+    template <typename Index, typename Make>
+    const Index& keep(Kept<Index>& kept, const xml::Document& document, Make&& make);
+
+    std::string objectsOfType(const std::string& type);
+    static std::string atomText(const xml::Document& objectList, const std::string& atom);
+
+    const services::Services* services_;
+    xml::Document objectList_;
+    xml::Document configuration_;
+    std::string unitsList_;
+    Kept<MacroIndex> macros_;
+    Kept<ObjectListIndex> objects_;
+    Kept<ArgumentsIndex> arguments_;
+    Kept<ArgumentsIndex> baseline_;
+};
+
+}  // namespace vrn::catalogue

@@ -1,0 +1,251 @@
+#include "catalogue/Indexes.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "errors/Error.h"
+#include "text/Ansi.h"
+#include "text/Lists.h"
+
+namespace vrn::catalogue {
+
+namespace {
+
+constexpr auto never = std::numeric_limits<std::size_t>::max();
+
+std::optional<std::string> textOf(const xml::Node& node) {
+    return node ? std::optional(node.text()) : std::nullopt;
+}
+
+// Type and name together as one key. No text of a document holds the separator.
+std::string pairKey(const std::string& type, const std::string& name) {
+    std::string key = text::toAnsi(type);
+    key.push_back('\0');
+    key += text::toAnsi(name);
+    return key;
+}
+
+void append(std::string& list, std::string_view item) {
+    list += item;
+    list.push_back(';');
+}
+
+// Lists longer than one character lose their closing separator: a list of one empty name stays ";".
+std::string withoutClosingSeparator(std::string list) {
+    if (list.size() > 1) {
+        list.pop_back();
+    }
+    return list;
+}
+
+}  // namespace
+
+std::vector<xml::Node> contentChildren(const xml::Node& parent) {
+    std::vector<xml::Node> children;
+    for (auto node = parent.firstChild(); node; node = node.nextSibling()) {
+        const auto kind = node.kind();
+        if (kind != xml::NodeKind::Comment && kind != xml::NodeKind::ProcessingInstruction) {
+            children.push_back(node);
+        }
+    }
+    return children;
+}
+
+std::vector<xml::Node> childrenNamed(const xml::Node& parent, std::string_view name) {
+    std::vector<xml::Node> found;
+    if (parent) {
+        for (auto node = parent.child(name); node; node = node.nextOfSameName()) {
+            found.push_back(node);
+        }
+    }
+    return found;
+}
+
+MacroIndex::MacroIndex(const xml::Document& macros) : firstNameless_(never) {
+    const auto root = macros.node().child("Macros");
+    hasRoot_ = static_cast<bool>(root);
+    macros_ = childrenNamed(root, "Macro");
+    names_.reserve(macros_.size());
+    byName_.reserve(macros_.size());
+    for (std::size_t i = 0; i < macros_.size(); ++i) {
+        const auto nameNode = macros_[i].child("MacroName");
+        names_.push_back(textOf(nameNode));
+        if (!names_.back()) {
+            firstNameless_ = std::min(firstNameless_, i);
+            continue;
+        }
+        byName_.try_emplace(*names_.back(), i);
+        if (auto value = nameNode.stringValue(); value != *names_.back()) {
+            byStringValue_.try_emplace(std::move(value), i);
+        }
+    }
+}
+
+xml::Node MacroIndex::find(const std::string& name) const {
+    const auto found = byName_.find(name);
+    const auto position = found == byName_.end() ? never : found->second;
+    if (firstNameless_ < position) {
+        errors::throwObjectNotSet();
+    }
+    return position == never ? xml::Node() : macros_[position];
+}
+
+xml::Node MacroIndex::macroName(const std::string& name) const {
+    if (const auto found = byStringValue_.find(name); found != byStringValue_.end()) {
+        return macros_[found->second].child("MacroName");
+    }
+    const auto found = byName_.find(name);
+    if (found == byName_.end()) {
+        return {};
+    }
+    const auto node = macros_[found->second].child("MacroName");
+    return node.stringValue() == name ? node : xml::Node();
+}
+
+ObjectListIndex::ObjectListIndex(const xml::Document& objectList) : firstTypeless_(never), firstIncomplete_(never) {
+    const auto root = objectList.node().child("LATESTKEX");
+    const auto container = root ? root.child("OBJECTS") : xml::Node();
+    hasObjects_ = static_cast<bool>(container);
+    for (auto& node : childrenNamed(container, "OBJECT")) {
+        const auto i = objects_.size();
+        objects_.push_back({node, textOf(node.child("ObjectType")), textOf(node.child("ObjectName"))});
+        const auto& object = objects_.back();
+        if (!object.type) {
+            firstTypeless_ = std::min(firstTypeless_, i);
+        } else {
+            byType_[*object.type].push_back(i);
+            byAnsiType_[text::toAnsi(*object.type)].push_back(i);
+        }
+        if (!object.type || !object.name) {
+            firstIncomplete_ = std::min(firstIncomplete_, i);
+        } else {
+            byAnsiTypeAndName_[pairKey(*object.type, *object.name)].push_back(i);
+        }
+    }
+}
+
+std::string ObjectListIndex::namesOfType(const std::string& type) const {
+    if (firstTypeless_ != never) {
+        errors::throwObjectNotSet();
+    }
+    std::string list;
+    const auto found = byType_.find(type);
+    if (found == byType_.end()) {
+        return list;
+    }
+    bool first = true;
+    for (const auto i : found->second) {
+        if (!objects_[i].name) {
+            errors::throwObjectNotSet();
+        }
+        if (!first) {
+            list.push_back(';');
+        }
+        list += *objects_[i].name;
+        first = false;
+    }
+    return list;
+}
+
+std::string ObjectListIndex::propertyOf(const std::string& type, const std::string& name,
+                                        std::string_view property) const {
+    if (const auto found = byAnsiTypeAndName_.find(pairKey(type, name)); found != byAnsiTypeAndName_.end()) {
+        for (const auto i : found->second) {
+            if (i > firstIncomplete_) {
+                break;
+            }
+            for (auto node = objects_[i].node.child("Property"); node; node = node.nextOfSameName()) {
+                if (text::equalInAnsi(node.child("PropertyName").text(), property)) {
+                    return node.child("PropertyValue").text();
+                }
+            }
+        }
+    }
+    if (firstIncomplete_ != never) {
+        errors::throwObjectNotSet();
+    }
+    return {};
+}
+
+const std::vector<std::size_t>& ObjectListIndex::objectsOfAnsiType(const std::string& type) const {
+    static const std::vector<std::size_t> none;
+    if (firstIncomplete_ != never) {
+        errors::throwObjectNotSet();
+    }
+    const auto found = byAnsiType_.find(text::toAnsi(type));
+    return found == byAnsiType_.end() ? none : found->second;
+}
+
+std::string ObjectListIndex::namesWithProperty(const std::string& type, const std::string& property) const {
+    std::string list;
+    for (const auto i : objectsOfAnsiType(type)) {
+        bool wanted = property.empty();
+        for (auto node = wanted ? xml::Node() : objects_[i].node.child("Property"); node && !wanted;
+             node = node.nextOfSameName()) {
+            wanted = text::equalInAnsi(node.child("PropertyName").text(), property);
+        }
+        if (wanted) {
+            append(list, *objects_[i].name);
+        }
+    }
+    return withoutClosingSeparator(std::move(list));
+}
+
+ArgumentsIndex::ArgumentsIndex(std::vector<xml::Node> objects) : objects_(std::move(objects)) {
+    for (const auto& object : objects_) {
+        if (const auto key = object.child("OBJECTNAME")) {
+            byKey_[key.text()].push_back(object);
+        } else {
+            keyMissing_ = true;
+        }
+    }
+}
+
+const std::vector<xml::Node>& ArgumentsIndex::ofKey(const std::string& key) const {
+    static const std::vector<xml::Node> none;
+    if (keyMissing_) {
+        errors::throwObjectNotSet();
+    }
+    const auto found = byKey_.find(key);
+    return found == byKey_.end() ? none : found->second;
+}
+
+std::optional<std::string> ArgumentsIndex::keyOfName(const std::string& name) const {
+    if (!keyByName_) {
+        auto& map = keyByName_.emplace();
+        for (const auto& object : objects_) {
+            const auto key = object.child("OBJECTNAME");
+            for (auto udon = key ? object.child("UDON") : xml::Node(); udon; udon = udon.nextOfSameName()) {
+                map.try_emplace(udon.stringValue(), key.typedValue());
+            }
+        }
+    }
+    const auto found = keyByName_->find(name);
+    return found == keyByName_->end() ? std::nullopt : std::optional(found->second);
+}
+
+const std::string& ArgumentsIndex::namesOfKey(const std::string& key) const {
+    const auto& elements = ofKey(key);
+    auto [entry, isNew] = names_.try_emplace(key);
+    if (isNew) {
+        for (const auto& element : elements) {
+            for (const auto& node : contentChildren(element)) {
+                if (const auto name = node.text(); !name.empty() && name != key) {
+                    append(entry->second, name);
+                }
+            }
+        }
+    }
+    return entry->second;
+}
+
+const std::string& ArgumentsIndex::lastTextOfKey(const std::string& key) const {
+    const auto& elements = ofKey(key);
+    auto [entry, isNew] = lastTexts_.try_emplace(key);
+    if (isNew && !elements.empty()) {
+        entry->second = text::replacedAll(elements.back().text(), key, "");
+    }
+    return entry->second;
+}
+
+}  // namespace vrn::catalogue

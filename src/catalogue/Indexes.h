@@ -1,0 +1,104 @@
+// Look-ups over the host's documents, made once per document. Each gives the answer that a walk through the document from its
+// start would give, failures at malformed entries included.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "xml/Dom.h"
+
+namespace vrn::catalogue {
+
+/// The macros of the catalogue by name.
+class MacroIndex {
+  public:
+    explicit MacroIndex(const xml::Document& macros);
+
+    /// The first macro with exactly this name, or none. Error 91 when a walk would meet a macro without name before it.
+    [[nodiscard]] xml::Node find(const std::string& name) const;
+    /// The first `MacroName` element whose XPath string value is this name, or none.
+    [[nodiscard]] xml::Node macroName(const std::string& name) const;
+    /// All macros in document order.
+    [[nodiscard]] const std::vector<xml::Node>& macros() const noexcept { return macros_; }
+    /// Name of each macro; nothing for one without.
+    [[nodiscard]] const std::vector<std::optional<std::string>>& names() const noexcept { return names_; }
+    /// Whether the document has the root element that holds macros.
+    [[nodiscard]] bool hasRoot() const noexcept { return hasRoot_; }
+
+  private:
+    std::vector<xml::Node> macros_;
+    std::vector<std::optional<std::string>> names_;
+    std::unordered_map<std::string, std::size_t> byName_;
+    std::unordered_map<std::string, std::size_t> byStringValue_;  ///< only names that trimming changes
+    std::size_t firstNameless_;
+    bool hasRoot_ = false;
+};
+
+/// The objects of the object list by type and name.
+class ObjectListIndex {
+  public:
+    explicit ObjectListIndex(const xml::Document& objectList);
+
+    /// Whether the document has a list of objects at all.
+    [[nodiscard]] bool hasObjects() const noexcept { return hasObjects_; }
+    /// The names of a type's objects as a list text, in document order.
+    [[nodiscard]] std::string namesOfType(const std::string& type) const;
+    /// See `ObjectPropertyValue`.
+    [[nodiscard]] std::string propertyOf(const std::string& type, const std::string& name,
+                                         std::string_view property) const;
+    [[nodiscard]] std::string namesWithProperty(const std::string& type, const std::string& property) const;
+
+  private:
+    struct Object {
+        xml::Node node;
+        std::optional<std::string> type;
+        std::optional<std::string> name;
+    };
+    [[nodiscard]] const std::vector<std::size_t>& objectsOfAnsiType(const std::string& type) const;
+
+    std::vector<Object> objects_;
+    std::unordered_map<std::string, std::vector<std::size_t>> byType_;
+    std::unordered_map<std::string, std::vector<std::size_t>> byAnsiType_;
+    std::unordered_map<std::string, std::vector<std::size_t>> byAnsiTypeAndName_;
+    std::size_t firstTypeless_;   ///< position of the first object without type
+    std::size_t firstIncomplete_; ///< position of the first object without type or name
+    bool hasObjects_ = false;
+};
+
+/// The categories of user-defined names: of the configuration, or of a method's own copy.
+class ArgumentsIndex {
+  public:
+    /// `objects` are the `OBJECT` elements in document order.
+    explicit ArgumentsIndex(std::vector<xml::Node> objects);
+
+    /// The elements of a category, in document order. Error 91 when any element has no key.
+    [[nodiscard]] const std::vector<xml::Node>& ofKey(const std::string& key) const;
+    /// The key of the first element that holds this user-defined name; nothing when there is none.
+    [[nodiscard]] std::optional<std::string> keyOfName(const std::string& name) const;
+
+    /// The texts of a category's children that are neither empty nor the key, each followed by ";".
+    [[nodiscard]] const std::string& namesOfKey(const std::string& key) const;
+    /// The text of the last element of the category with the key taken out; empty when there is none.
+    [[nodiscard]] const std::string& lastTextOfKey(const std::string& key) const;
+
+  private:
+    std::vector<xml::Node> objects_;
+    std::unordered_map<std::string, std::vector<xml::Node>> byKey_;
+    bool keyMissing_ = false;
+    // Made on first use: few of a large configuration's categories are asked for.
+    mutable std::unordered_map<std::string, std::string> names_;
+    mutable std::unordered_map<std::string, std::string> lastTexts_;
+    mutable std::optional<std::unordered_map<std::string, std::string>> keyByName_;
+};
+
+/// The child nodes that carry content: comments and processing instructions are left out.
+[[nodiscard]] std::vector<xml::Node> contentChildren(const xml::Node& parent);
+
+/// The child elements of this name, none when there is no parent.
+[[nodiscard]] std::vector<xml::Node> childrenNamed(const xml::Node& parent, std::string_view name);
+
+}  // namespace vrn::catalogue

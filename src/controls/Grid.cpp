@@ -1,0 +1,153 @@
+#include "controls/Grid.h"
+
+#include <algorithm>
+
+#include "text/Unicode.h"
+
+namespace vrn::controls {
+
+void Grid::setHeader(std::string name, std::string value) {
+    header_.name = std::move(name);
+    header_.value = std::move(value);
+    changed(Change::Cells);
+}
+
+const GridRow* Grid::row(int row) const noexcept {
+    return hasRow(row) ? &rows_[static_cast<std::size_t>(row) - 1] : nullptr;
+}
+
+std::string Grid::cellText(int row, int column) const {
+    const GridRow* const cells = row == 0 ? &header_ : this->row(row);
+    if (cells == nullptr || column < 0 || column > 1) {
+        return {};
+    }
+    return column == 0 ? cells->name : cells->value;
+}
+
+void Grid::setCellText(int row, int column, std::string text) {
+    if (!hasRow(row) || column < 0 || column > 1) {
+        return;
+    }
+    auto& cells = rows_[static_cast<std::size_t>(row) - 1];
+    (column == 0 ? cells.name : cells.value) = std::move(text);
+    changed(Change::Cells);
+}
+
+void Grid::addRow(GridRow row) {
+    rows_.push_back(std::move(row));
+    changed(Change::Cells);
+}
+
+void Grid::clearRows() {
+    discardEdit();
+    rows_.clear();
+    currentRow_ = 0;
+    changed(Change::Cells);
+}
+
+void Grid::setColour(std::uint32_t colour) {
+    if (colour_ != colour) {
+        colour_ = colour;
+        changed(Change::Look);
+    }
+}
+
+void Grid::setTabStop(bool tabStop) {
+    if (tabStop_ != tabStop) {
+        tabStop_ = tabStop;
+        changed(Change::Look);
+    }
+}
+
+bool Grid::commitEdit() {
+    if (!pending_) {
+        return true;
+    }
+    if (committing_) {
+        // Asked again while the user still reads the message about this very edit.
+        return false;
+    }
+    committing_ = true;
+    bool accepted = false;
+    try {
+        accepted = !onValidate || onValidate();
+    } catch (...) {
+        committing_ = false;
+        throw;
+    }
+    committing_ = false;
+    // The message about a refused value runs a message loop: the edit may be gone by now.
+    if (accepted && pending_) {
+        setCellText(pending_->row, 1, std::move(pending_->text));
+    }
+    const bool committed = accepted && pending_.has_value();
+    discardEdit();
+    return committed;
+}
+
+void Grid::discardEdit() {
+    if (focus() != nullptr) {
+        focus()->release();
+    }
+    if (pending_) {
+        pending_.reset();
+        changed(Change::Edit);
+    }
+}
+
+bool Grid::enterText(int row, std::string text) {
+    discardEdit();
+    pending_ = PendingEdit{row, std::move(text)};
+    changed(Change::Edit);
+    return commitEdit();
+}
+
+UserRequest Grid::userEdit(int row, std::string_view text, bool commit) {
+    if (!beginUserRequest()) {
+        return UserRequest::NotUsable;
+    }
+    const GridRow* const cells = this->row(row);
+    if (cells == nullptr) {
+        return UserRequest::NoSuchEntry;
+    }
+    auto typed = text::withoutNonXmlCharacters(text);
+    if (cells->style == EditStyle::DropDownList) {
+        if (std::find(cells->items.begin(), cells->items.end(), typed) == cells->items.end()) {
+            return UserRequest::NoSuchEntry;
+        }
+    } else if (onSetEditText) {
+        onSetEditText(row, typed);
+    }
+    currentRow_ = row;
+    currentColumn_ = 1;
+    pending_ = PendingEdit{row, std::move(typed)};
+    changed(Change::Edit);
+    if (commit) {
+        commitEdit();
+    } else if (focus() != nullptr) {
+        focus()->hold([this] { commitEdit(); });
+    }
+    return UserRequest::Done;
+}
+
+UserRequest Grid::userMouseDown(int row, int position) {
+    if (row < 0 || row >= rowCount()) {
+        return UserRequest::NoSuchEntry;
+    }
+    if (!beginUserRequest()) {
+        return UserRequest::NotUsable;
+    }
+    currentRow_ = row;
+    if (onMouseDown) {
+        onMouseDown(position);
+    }
+    return UserRequest::Done;
+}
+
+void Grid::userMouseMove(int row) const {
+    if (onMouseMove) {
+        onMouseMove(row);
+    }
+}
+
+}  // namespace vrn::controls

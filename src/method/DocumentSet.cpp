@@ -1,0 +1,111 @@
+#include "method/DocumentSet.h"
+
+#include "catalogue/CxmlValuesHandler.h"
+#include "catalogue/ParameterGrid.h"
+#include "method/Enabling.h"
+#include "method/MethodReader.h"
+#include "method/MethodText.h"
+#include "method/Timestamps.h"
+#include "method/Verification.h"
+
+namespace vrn::method {
+
+namespace {
+
+void clearScreen(EditorState& state) {
+    state.grdMacro.discardEdit();
+    state.mnuUserIndex.close();
+    state.txtMethodDescription.setText({});
+    state.strAtomLine.clear();
+    state.cboSyringe.clear();
+    state.cboSelectedMacro.clear();
+    ResetSequence(state);
+    CleanGrdMacro(state);
+    ChangeGridTopRow(state);
+    state.arrObjectPositions.assign(1, 0);
+    state.strArgumentNames.assign(1, {});
+}
+
+// A document that cannot be parsed is shown to the user and disables the method; the others are loaded all the same.
+bool reportParseError(EditorState& state, const xml::Document& document, std::string_view heading) {
+    if (document.parseError().errorCode == 0) {
+        return false;
+    }
+    messageBox(state, parseErrorReport(heading, document.parseError()), errors::styleError);
+    DisableMethod(state, true);
+    return true;
+}
+
+void loadDocument(EditorState& state, xml::Document& member, std::string_view text, std::string_view heading) {
+    member = xml::Document();
+    if (!text.empty()) {
+        member.loadXML(text);
+        reportParseError(state, member, heading);
+    }
+}
+
+void requireCatalogues(EditorState& state) {
+    if (state.domMacros.hasChildNodes() && state.domlatestKex.hasChildNodes()) {
+        return;
+    }
+    DisableMethod(state, true);
+    state.MethodEditorError.raise(errors::emptyCatalogues, "Macros xml and/or Object List xml is empty",
+                                  "SetXmlDocuments ");
+}
+
+void showEmptyMethod(EditorState& state) {
+    state.domMethod.loadXML(emptyMethodTemplate());
+    reportParseError(state, state.domMethod, "Error parsing method xml");
+    catalogue::FillMacros(state);
+    catalogue::fillSyringesize(state);
+    EnableStepButtons(state, false);
+}
+
+void showMethod(EditorState& state) {
+    const auto verification = VerifyLoadedMethod(state, state.domMethod);
+    if (verification.isUnsupported) {
+        // Shown and then filled like a verified one: what a later version writes is readable as a rule.
+        messageBox(state, "Unsupported document version :" + verification.unsupportedVersion, errors::styleInformation);
+    }
+    if (verification.code != 0) {
+        state.MethodEditorError.raise(errors::vrnMethEdErrorInvalidXML, verification.errorText, "SetXmlDocuments ");
+        state.domMethod = xml::Document();
+    } else if (!state.booDisable) {
+        state.cmdDefCycle.setEnabled(true);
+    }
+    state.cboSyringe.clear();
+    state.lstMethodMacroList.clear();
+    catalogue::fillSyringesize(state);
+    catalogue::FillMacros(state);
+    FillMethod(state);
+}
+
+}  // namespace
+
+void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string_view domlatestKex,
+                     std::string_view domMethod, std::string_view domConfig) noexcept {
+    standardHandler(state, "SetXmlDocuments ", [&] {
+        DisableMethod(state, false);
+        clearScreen(state);
+        state.xmlValues->forget();
+        loadDocument(state, state.domlatestKex, domlatestKex, "Error parsing Latest_KEX.xml");
+        loadDocument(state, state.domMacros, domMacros, "Error parsing Macro xml");
+        requireCatalogues(state);
+        loadDocument(state, state.domConfig, domConfig, "Error parsing config xml");
+        state.domMethod = xml::Document();
+        state.domMethodBaseline = xml::Document();
+        if (domMethod.empty()) {
+            showEmptyMethod(state);
+        } else {
+            // Parsed once: the baseline is a copy.
+            state.domMethod.loadXML(domMethod);
+            state.domMethodBaseline.load(state.domMethod);
+            if (!reportParseError(state, state.domMethod, "Error parsing method xml")) {
+                showMethod(state);
+            }
+        }
+        UpdateCycleDateLabel(state, state.domMethod);
+    });
+}
+
+}  // namespace vrn::method

@@ -1,0 +1,36 @@
+// Signing of built methods and verification of loaded ones.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "method/EditorState.h"
+
+namespace vrn::method {
+
+/// Whether a version-4 method is intact; the error text says that it is not.
+[[nodiscard]] bool VerifyMethod_v4(const EditorState& state, const xml::Document& method, std::string& errorText) noexcept;
+
+/// The verification code of a method of version 2 or 3, 0 when it is intact, with its error text. Leaves an element `Guid` as last
+/// child of the method's root.
+[[nodiscard]] std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document& method,
+                                                 std::string& errorText) noexcept;
+
+/// Signs a built method.
+void SignMethod(const EditorState& state, xml::Document& method);
+
+/// The signature value that the method would get: a fingerprint of its content.
+[[nodiscard]] std::string MethodFingerprint(const EditorState& state, const xml::Document& method);
+
+/// What a load has to say about a method.
+struct VerificationResult {
+    std::int32_t code = 0;  ///< 0 verified or not to be verified
+    std::string errorText;
+    std::string unsupportedVersion;  ///< with `isUnsupported`: the version as it is shown
+    bool isUnsupported = false;
+};
+
+/// Verifies a loaded method by its version. -4 is the code of a version-4 method that is not intact.
+[[nodiscard]] VerificationResult VerifyLoadedMethod(const EditorState& state, const xml::Document& method);
+
+}  // namespace vrn::method

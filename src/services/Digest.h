@@ -1,0 +1,22 @@
+// The cryptographic port: libcrypto on POSIX systems, CNG on Windows, chosen at link time.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vrn::services {
+
+using Sha256 = std::array<std::uint8_t, 32>;
+
+[[nodiscard]] Sha256 sha256(std::string_view data);
+[[nodiscard]] Sha256 hmacSha256(std::string_view key, std::string_view data);
+[[nodiscard]] std::string base64(const Sha256& value);
+/// The 32 bytes of a base64 text, white space ignored; nothing when it is not exactly that.
+[[nodiscard]] std::optional<Sha256> fromBase64(std::string_view text);
+/// Whether both are equal, in time that does not depend on where they differ.
+[[nodiscard]] bool equalInConstantTime(const Sha256& a, const Sha256& b);
+
+}  // namespace vrn::services

@@ -1,0 +1,181 @@
+// The XML port: documents as the editor sees them.
+//
+// One back end stands behind these declarations, chosen at link time (`libxml2/` on POSIX systems, `msxml/` on Windows);
+// callers never know which. All text is UTF-8. Both back ends must pass tests/xml/DomContractTest.cpp.
+//
+// How documents are read (the same on every back end):
+//  - Text that consists of white space only is dropped on load, unless it was written with character references or as
+//    CDATA: what a document's author could not have meant as layout is kept.
+//  - The XML declaration is a node: a processing instruction named "xml", first child of the document. The encoding it
+//    names is not acted on, since text in memory is UTF-8 whatever file it came from (see TextFile.h).
+//  - A DOCTYPE is refused. No external entity, DTD subset or URL is ever fetched.
+//  - Serialising and loading again gives an equal tree. The output carries no white space that the tree does not.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vrn::xml {
+
+enum class NodeKind { Document, Element, Attribute, Text, CData, Comment, ProcessingInstruction, Fragment };
+
+/// Why and where a text was not well-formed. All values are of the first error; a `errorCode` of 0 means none.
+struct ParseError {
+    int errorCode = 0;    ///< the back end's code, or `dtdProhibited`
+    std::string reason;   ///< one line, without line end
+    int filepos = 0;      ///< offset of the error in the text, in UTF-16 units, from 0
+    int line = 0;         ///< from 1
+    int linepos = 0;      ///< position in that line, in UTF-16 units, from 1
+    std::string srcText;  ///< the line, without its line end
+    std::string url;      ///< where the text came from; empty for text from memory
+
+    static constexpr int dtdProhibited = -1072896636;  ///< a document with a DOCTYPE
+};
+
+/// One attribute during a visit. Namespace declarations come as attributes in the namespace of declarations.
+struct AttributeView {
+    std::string_view qualifiedName;
+    std::string_view prefix;
+    std::string_view localName;
+    std::string_view namespaceUri;
+    std::string_view value;
+};
+
+/// One element during a visit; the views live until the visitor's function returns.
+struct ElementView {
+    std::string_view qualifiedName;
+    std::string_view prefix;
+    std::string_view localName;
+    std::string_view namespaceUri;
+    std::span<const AttributeView> attributes;  ///< declarations first, then attributes in document order
+    bool hasChildNodes = false;
+};
+
+inline constexpr std::string_view xmlnsNamespace = "http://www.w3.org/2000/xmlns/";
+
+/// Meets the nodes of a tree in document order; see `Node::accept`.
+class NodeVisitor {
+  public:
+    virtual ~NodeVisitor() = default;
+    /// Returns whether to go into the element; `endElement` follows only then.
+    virtual bool startElement(const ElementView& element) = 0;
+    virtual void endElement(const ElementView& element) = 0;  ///< `attributes` is empty here
+    virtual void text(std::string_view content) = 0;
+    virtual void cdata(std::string_view content) = 0;
+    virtual void comment(std::string_view content) = 0;
+    virtual void processingInstruction(std::string_view target, std::string_view data) = 0;
+};
+
+/// A node of a document, or none. A value: copies name the same node and keep its document alive. Nodes taken out of a
+/// document stay usable for as long as any handle on that document lives.
+///
+/// Every operation on "none" fails with error 91, "Object variable or With block variable not set"; a name or text that
+/// XML cannot hold, or a node put where it cannot stand, fails with error 5.
+class Node {
+  public:
+    Node() = default;
+
+    explicit operator bool() const noexcept { return raw_ != nullptr; }
+    /// Whether both name the same node.
+    bool operator==(const Node& other) const;
+
+    [[nodiscard]] NodeKind kind() const;
+    /// Qualified name of an element, attribute or target of an instruction; "#text", "#document" … of others.
+    [[nodiscard]] std::string name() const;
+    /// For an element, document or fragment the text of all its descendants, trimmed of white space at both ends except
+    /// within CDATA, comments and instructions left out; for other kinds their content as it stands.
+    [[nodiscard]] std::string text() const;
+    /// Replaces the content by this text; "" leaves no child.
+    void setText(std::string_view text) const;
+    /// The untyped documents of the editor have texts as typed values: the same as `text`.
+    [[nodiscard]] std::string typedValue() const { return text(); }
+    void setTypedValue(std::string_view value) const { setText(value); }
+    /// The string value of XPath: like `text` but not trimmed.
+    [[nodiscard]] std::string stringValue() const;
+    /// This node and all below it as XML text.
+    [[nodiscard]] std::string xml() const;
+
+    [[nodiscard]] bool hasChildNodes() const;
+    [[nodiscard]] Node firstChild() const;
+    [[nodiscard]] Node lastChild() const;
+    [[nodiscard]] Node nextSibling() const;
+    [[nodiscard]] Node parentNode() const;  ///< none for a node that stands nowhere and for the document
+    [[nodiscard]] std::vector<Node> childNodes() const;
+    /// The first child element of this name (no namespace), or none: what the XPath `name` selects, without its cost.
+    [[nodiscard]] Node child(std::string_view name) const;
+    /// The next sibling element with the name of this one, or none.
+    [[nodiscard]] Node nextOfSameName() const;
+
+    /// Puts `child` last, taking it out of where it stood. A fragment gives its children and is empty then. A node of
+    /// another document is refused (5). Returns `child`. Neighbouring text nodes may be joined into the first of them.
+    [[nodiscard("may be ignored with (void)")]] Node appendChild(const Node& child) const;
+    /// As `appendChild`, before `reference`; last when `reference` is none.
+    [[nodiscard("may be ignored with (void)")]] Node insertBefore(const Node& child, const Node& reference) const;
+    /// Takes a child out; error 5 when it is not a child of this node.
+    void removeChild(const Node& child) const;
+
+    [[nodiscard]] std::optional<std::string> attribute(std::string_view name) const;
+    /// Sets or replaces an attribute (no namespace).
+    void setAttribute(std::string_view name, std::string_view value) const;
+    void removeAttribute(std::string_view name) const;
+
+    /// The first node in document order that the XPath expression selects, or none. No namespace prefixes are known;
+    /// an expression that cannot be evaluated fails with error 5.
+    [[nodiscard]] Node selectSingleNode(std::string_view xpath) const;
+    [[nodiscard]] std::vector<Node> selectNodes(std::string_view xpath) const;
+
+    /// Leads the visitor through this node and all below it. Does not recurse: depth costs no stack.
+    void accept(NodeVisitor& visitor) const;
+
+    // For the back ends.
+    struct Owner;
+    Node(std::shared_ptr<Owner> owner, void* raw) : owner_(std::move(owner)), raw_(raw) {}
+    [[nodiscard]] const std::shared_ptr<Owner>& owner() const noexcept { return owner_; }
+    [[nodiscard]] void* raw() const noexcept { return raw_; }
+
+  private:
+    std::shared_ptr<Owner> owner_;
+    void* raw_ = nullptr;
+};
+
+/// A document object, empty when created. A handle: copies share the document; `load` makes a new content.
+class Document {
+  public:
+    Document();
+
+    /// Replaces the content by a parse of `text` (UTF-8, a leading byte order mark is skipped). On an error the content
+    /// is empty, `parseError` tells why, and the answer is false. Never throws for bad input.
+    bool loadXML(std::string_view text);
+    /// Replaces the content by a copy of the other document's, without a parse; error record included. Nodes taken from
+    /// either stay what they are. Answers whether the copy has no parse error.
+    bool load(const Document& other);
+    [[nodiscard]] const ParseError& parseError() const;
+
+    [[nodiscard]] Node node() const;  ///< the document node
+    [[nodiscard]] Node documentElement() const;
+    [[nodiscard]] bool hasChildNodes() const { return node().hasChildNodes(); }
+    [[nodiscard]] std::string xml() const { return node().xml(); }
+    [[nodiscard]] Node selectSingleNode(std::string_view xpath) const { return node().selectSingleNode(xpath); }
+    [[nodiscard]] std::vector<Node> selectNodes(std::string_view xpath) const { return node().selectNodes(xpath); }
+
+    [[nodiscard]] Node createElement(std::string_view name) const;  ///< no namespace
+    /// An element with a default-namespace declaration of its own when `namespaceUri` is not empty.
+    [[nodiscard]] Node createElement(std::string_view name, std::string_view namespaceUri) const;
+    [[nodiscard]] Node createTextNode(std::string_view text) const;
+    [[nodiscard]] Node createProcessingInstruction(std::string_view target, std::string_view data) const;
+    [[nodiscard]] Node createDocumentFragment() const;
+
+    /// Whether both handles share one document object, with the same content loaded.
+    [[nodiscard]] bool sameAs(const Document& other) const noexcept { return content_ == other.content_; }
+
+  private:
+    struct Content;
+    std::shared_ptr<Content> content_;
+};
+
+}  // namespace vrn::xml

@@ -1,0 +1,22 @@
+// XML text of a tree, written once over the port so that it is the same on every back end.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "xml/Dom.h"
+
+namespace vrn::xml {
+
+/// The node and all below it as XML text: no white space but the tree's, empty elements as `<a/>`, CR in text and CR,
+/// LF, TAB in attributes as character references, and so the first character of a text that is white space only, so that a
+/// parse gives an equal tree.
+[[nodiscard]] std::string serialise(const Node& node);
+
+/// Character data as it stands in XML text between tags: "&", "<", ">" and CR escaped, white-space-only text protected.
+void appendEscapedText(std::string& out, std::string_view text);
+
+/// A CDATA section; "]]>" inside is split over two sections so that no character is lost.
+void appendCData(std::string& out, std::string_view text);
+
+}  // namespace vrn::xml

@@ -1,0 +1,22 @@
+// XML files as bytes against XML text in memory, which is always UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vrn::xml {
+
+/// The text of a file's bytes as UTF-8: by its byte order mark, else by the declared encoding, else as UTF-8. A file that
+/// is plainly not what it declares (UTF-16 declared, written in single bytes) is taken as UTF-8. Bytes that the encoding does
+/// not have fail with error 5 and a text that names the encoding and the offset.
+[[nodiscard]] std::string decodeXmlFile(std::string_view bytes);
+
+/// The bytes of a file for this text in the encoding that its declaration names: UTF-16 as little-endian with byte order
+/// mark, others through the system's converters, UTF-8 when none is declared. Characters that the encoding does not have are
+/// written as character references where text allows it. Fails with error 5 for an unknown encoding.
+[[nodiscard]] std::string encodeXmlFile(std::string_view text);
+
+/// The encoding name in the declaration at the start of an XML text; empty when there is none.
+[[nodiscard]] std::string declaredEncoding(std::string_view text);
+
+}  // namespace vrn::xml
