@@ -72,6 +72,8 @@ class StrictEditor {
     services::Services services() const {
         auto services = services::embeddedServices();
         services.messageBox = complaints_;
+        // The samples do not depend on the machine's locale.
+        services.locale = std::make_shared<services::FixedLocaleService>(".");
         return services;
     }
 

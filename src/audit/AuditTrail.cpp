@@ -76,8 +76,9 @@ std::optional<xml::Document> Create_AuditTrail(const method::EditorState& state)
     });
 }
 
-void Add_Node_To_MethodAuditTrail(const method::EditorState& state, const xml::Document& audit, std::string_view element,
-                                  std::string_view attribute, std::string_view value) noexcept {
+void Add_Node_To_MethodAuditTrail(const method::EditorState& state, const xml::Document& audit,
+                                  std::string_view element, std::string_view attribute,
+                                  std::string_view value) noexcept {
     method::standardHandler(state, "Add_Node_To_MethodAuditTrail ",
                             [&] { childOfRoot(state, audit, element).setAttribute(attribute, value); });
 }
@@ -94,7 +95,8 @@ void Add_Param_To_MethodAuditTrail(const method::EditorState& state, const xml::
 }
 
 void Create_Node(const method::EditorState& state, const xml::Document& audit, std::string_view element) noexcept {
-    method::standardHandler(state, "Create_Node ", [&] { (void)audit.node().appendChild(audit.createElement(element)); });
+    method::standardHandler(state, "Create_Node ",
+                            [&] { (void)audit.node().appendChild(audit.createElement(element)); });
 }
 
 }  // namespace vrn::audit

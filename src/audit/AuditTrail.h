@@ -16,8 +16,9 @@ namespace vrn::audit {
 [[nodiscard]] std::optional<xml::Document> Create_AuditTrail(const method::EditorState& state) noexcept;
 
 /// Puts an attribute on the root's child of this name, which is made when it is missing.
-void Add_Node_To_MethodAuditTrail(const method::EditorState& state, const xml::Document& audit, std::string_view element,
-                                  std::string_view attribute, std::string_view value) noexcept;
+void Add_Node_To_MethodAuditTrail(const method::EditorState& state, const xml::Document& audit,
+                                  std::string_view element, std::string_view attribute,
+                                  std::string_view value) noexcept;
 
 /// Appends a `Parameter` entry.
 void Add_Param_To_MethodAuditTrail(const method::EditorState& state, const xml::Document& audit, std::string_view name,

@@ -15,6 +15,7 @@ std::string textAt(const std::optional<xml::Document>& method, std::string_view 
 }
 
 constexpr std::string_view stepPath = "/Method/Macros/MacroVariable/MacroValues";
+constexpr std::string_view linePath = "/Method/Macros/MacroData/MacroLine";
 
 template <typename Reader>
 void compareReadings(const method::EditorState& state, Reader&& reader, std::string& newText, bool& changed) {
@@ -35,7 +36,8 @@ std::string Cycle_name(const method::EditorState& state, const std::optional<xml
 }
 
 std::string Syringe_size(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
-    return method::standardHandler(state, "Syringe_size ", [&] { return textAt(method, "/Method/Syringe/SyringeSize"); });
+    return method::standardHandler(state, "Syringe_size ",
+                                   [&] { return textAt(method, "/Method/Syringe/SyringeSize"); });
 }
 
 std::string Params_List(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
@@ -46,25 +48,25 @@ std::string Params_List(const method::EditorState& state, const std::optional<xm
     });
 }
 
-std::string Param_name(const method::EditorState& state, const std::optional<xml::Document>& method,
-                       std::size_t position) noexcept {
-    return method::standardHandler(state, "Param_name ", [&] {
-        const auto line = textAt(method, "/Method/Macros/MacroData/MacroLine[" + std::to_string(position) + "]");
-        return std::string(text::before(line, ";"));
-    });
+std::string Param_name(const method::EditorState& state, const xml::Node& line) noexcept {
+    return method::standardHandler(state, "Param_name ",
+                                   [&] { return line ? std::string(text::before(line.text(), ";")) : std::string(); });
 }
 
 void Cycle_name_changed(const method::EditorState& state, std::string& newName, bool& changed) noexcept {
-    method::standardHandler(state, "Cycle_name_changed ", [&] { compareReadings(state, Cycle_name, newName, changed); });
+    method::standardHandler(state, "Cycle_name_changed ",
+                            [&] { compareReadings(state, Cycle_name, newName, changed); });
 }
 
 void Syringe_size_changed(const method::EditorState& state, std::string& newSize, bool& changed) noexcept {
-    method::standardHandler(state, "Syringe_size_changed ", [&] { compareReadings(state, Syringe_size, newSize, changed); });
+    method::standardHandler(state, "Syringe_size_changed ",
+                            [&] { compareReadings(state, Syringe_size, newSize, changed); });
 }
 
 void Update_param_changes(const method::EditorState& state, const xml::Document& audit) noexcept {
     method::standardHandler(state, "Update_param_changes ", [&] {
-        Compare_params(state, audit, Params_List(state, state.domMethodBaseline), Params_List(state, state.domNewMethod));
+        Compare_params(state, audit, Params_List(state, state.domMethodBaseline),
+                       Params_List(state, state.domNewMethod));
     });
 }
 
@@ -76,13 +78,18 @@ void Compare_params(const method::EditorState& state, const xml::Document& audit
         if (newItems.empty()) {
             return;
         }
+        // The line at the position of the value: lines and values are walked together.
+        auto line = state.domNewMethod ? state.domNewMethod->selectSingleNode(linePath) : xml::Node();
         for (std::size_t i = 0; i < std::max(oldItems.size(), newItems.size()); ++i) {
             if (i >= newItems.size()) {
                 errors::throwSubscriptOutOfRange();
             }
             const bool changed = i >= oldItems.size() || newItems[i] != oldItems[i];
             if (changed && !newItems[i].empty()) {
-                Add_Param_To_MethodAuditTrail(state, audit, Param_name(state, state.domNewMethod, i + 1), newItems[i]);
+                Add_Param_To_MethodAuditTrail(state, audit, Param_name(state, line), newItems[i]);
+            }
+            if (line) {
+                line = line.nextOfSameName();
             }
         }
     });

@@ -10,13 +10,15 @@
 namespace vrn::audit {
 
 /// The name of the method's first step; the whole text of a step without "(".
-[[nodiscard]] std::string Cycle_name(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept;
-[[nodiscard]] std::string Syringe_size(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept;
+[[nodiscard]] std::string Cycle_name(const method::EditorState& state,
+                                     const std::optional<xml::Document>& method) noexcept;
+[[nodiscard]] std::string Syringe_size(const method::EditorState& state,
+                                       const std::optional<xml::Document>& method) noexcept;
 /// The values of the first step, separated by ",".
-[[nodiscard]] std::string Params_List(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept;
-/// The name in the embedded macro line at this position, from 1.
-[[nodiscard]] std::string Param_name(const method::EditorState& state, const std::optional<xml::Document>& method,
-                                     std::size_t position) noexcept;
+[[nodiscard]] std::string Params_List(const method::EditorState& state,
+                                      const std::optional<xml::Document>& method) noexcept;
+/// The parameter's name in an embedded macro line; "" without a line.
+[[nodiscard]] std::string Param_name(const method::EditorState& state, const xml::Node& line) noexcept;
 
 /// Tells whether the value changed and, only then, hands back the new one.
 void Cycle_name_changed(const method::EditorState& state, std::string& newName, bool& changed) noexcept;

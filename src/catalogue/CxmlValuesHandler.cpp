@@ -1,8 +1,8 @@
 #include "catalogue/CxmlValuesHandler.h"
 
 #include <algorithm>
+#include <unordered_set>
 
-#include "catalogue/ParameterDefinition.h"
 #include "errors/Handlers.h"
 #include "text/Lists.h"
 
@@ -20,6 +20,18 @@ void appendList(std::string& list, const std::string& more) {
 }
 
 bool addsNothing(const std::string& list, std::string_view item) { return text::contains(list, item); }
+
+// The object types of a definition, all in one piece: what stands behind the name.
+void addTypes(std::string& types, std::string_view definition) {
+    auto own = definition.substr(definition.find(';') + 1);
+    if (own.ends_with(';')) {
+        own.remove_suffix(1);
+    }
+    if (!own.empty() && !addsNothing(types, own)) {
+        types += own;
+        types.push_back(';');
+    }
+}
 
 }  // namespace
 
@@ -113,23 +125,19 @@ std::string CxmlValuesHandler::atomText(const xml::Document& objectList, const s
 
 std::string CxmlValuesHandler::SLObject(const std::string& key) {
     return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.SLObject ", [&] {
-        const auto own = services_->instrument->ObjectNames(key);
+        const auto own = services_->instrument->ObjectNames(key).value_or(std::vector<std::string>());
         std::string list;
-        for (const auto& name : own.value_or(std::vector<std::string>())) {
+        for (const auto& name : own) {
             list += name + ";";
         }
         if (configuration_.hasChildNodes()) {
             if (!configuration_.selectSingleNode("Config/Arguments")) {
                 errors::throwObjectNotSet();
             }
-            const auto& names = configuration(configuration_).namesOfKey(key);
-            if (!own || own->empty()) {
-                list += names;
-            } else {
-                for (const auto& name : text::split(names, ";")) {
-                    if (!name.empty() && std::find(own->begin(), own->end(), name) == own->end()) {
-                        list += name + ";";
-                    }
+            const std::unordered_set<std::string_view> known(own.begin(), own.end());
+            for (const auto& name : configuration(configuration_).namesOfKey(key)) {
+                if (!known.contains(name)) {
+                    list += name + ";";
                 }
             }
         }
@@ -138,6 +146,30 @@ std::string CxmlValuesHandler::SLObject(const std::string& key) {
         }
         return list;
     });
+}
+
+std::string CxmlValuesHandler::unitOf(const ParameterDefinition& definition) const {
+    if (!text::contains(definition.fields[0], "()")) {
+        return definition.unitCode().value_or("");
+    }
+    std::string first;
+    std::string second;
+    services_->instrument->UnitPair("E", first, second);
+    return first;
+}
+
+void CxmlValuesHandler::collectUnits(const xml::Node& macro, std::string& types) {
+    for (const auto& line : definitionTexts(macro)) {
+        const auto definition = ParameterDefinition(line);
+        if (definition.fields.size() < 2) {
+            continue;
+        }
+        if (definition.isObject()) {
+            addTypes(types, line);
+        } else if (const auto unit = unitOf(definition); !addsNothing(unitsList_, unit)) {
+            unitsList_ += unitsList_.empty() ? unit : ";" + unit;
+        }
+    }
 }
 
 std::string CxmlValuesHandler::UnitsInOneMacro(const std::string& macroNames, const xml::Document& catalogue) {
@@ -152,30 +184,7 @@ std::string CxmlValuesHandler::UnitsInOneMacro(const std::string& macroNames, co
                 errors::throwObjectNotSet();
             }
             if (text::contains(remaining, *name)) {
-                for (const auto& line : definitionTexts(index.macros()[i])) {
-                    const auto definition = ParameterDefinition(line);
-                    if (definition.fields.size() < 2) {
-                        continue;
-                    }
-                    if (definition.isObject()) {
-                        auto own = line.substr(line.find(';') + 1);
-                        if (own.ends_with(';')) {
-                            own.pop_back();
-                        }
-                        if (!own.empty() && !addsNothing(types, own)) {
-                            types += own + ";";
-                        }
-                        continue;
-                    }
-                    std::string unit = definition.unitCode().value_or("");
-                    if (text::contains(definition.fields[0], "()")) {
-                        std::string second;
-                        services_->instrument->UnitPair("E", unit, second);
-                    }
-                    if (!addsNothing(unitsList_, unit)) {
-                        unitsList_ += unitsList_.empty() ? unit : ";" + unit;
-                    }
-                }
+                collectUnits(index.macros()[i], types);
                 text::replaceAll(remaining, *name, "");
             }
             if (remaining.starts_with(';')) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "catalogue/Indexes.h"
+#include "catalogue/ParameterDefinition.h"
 #include "services/Services.h"
 #include "xml/Dom.h"
 
@@ -57,6 +58,10 @@ class CxmlValuesHandler {
 
     std::string objectsOfType(const std::string& type);
     static std::string atomText(const xml::Document& objectList, const std::string& atom);
+    /// The unit of a value parameter; "()" stands for the instrument's standard unit.
+    [[nodiscard]] std::string unitOf(const ParameterDefinition& definition) const;
+    /// Adds the units of a macro's parameters to the units list, and their object types to `types`.
+    void collectUnits(const xml::Node& macro, std::string& types);
 
     const services::Services* services_;
     xml::Document objectList_;

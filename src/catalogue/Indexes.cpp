@@ -13,9 +13,7 @@ namespace {
 
 constexpr auto never = std::numeric_limits<std::size_t>::max();
 
-std::optional<std::string> textOf(const xml::Node& node) {
-    return node ? std::optional(node.text()) : std::nullopt;
-}
+std::optional<std::string> textOf(const xml::Node& node) { return node ? std::optional(node.text()) : std::nullopt; }
 
 // Type and name together as one key. No text of a document holds the separator.
 std::string pairKey(const std::string& type, const std::string& name) {
@@ -74,8 +72,8 @@ MacroIndex::MacroIndex(const xml::Document& macros) : firstNameless_(never) {
             firstNameless_ = std::min(firstNameless_, i);
             continue;
         }
-        byName_.try_emplace(*names_.back(), i);
-        if (auto value = nameNode.stringValue(); value != *names_.back()) {
+        const bool isFirst = byName_.try_emplace(*names_.back(), i).second;
+        if (auto value = nameNode.stringValue(); !isFirst || value != *names_.back()) {
             byStringValue_.try_emplace(std::move(value), i);
         }
     }
@@ -91,15 +89,13 @@ xml::Node MacroIndex::find(const std::string& name) const {
 }
 
 xml::Node MacroIndex::macroName(const std::string& name) const {
-    if (const auto found = byStringValue_.find(name); found != byStringValue_.end()) {
-        return macros_[found->second].child("MacroName");
+    if (const auto found = byName_.find(name); found != byName_.end()) {
+        if (auto node = macros_[found->second].child("MacroName"); node.stringValue() == name) {
+            return node;
+        }
     }
-    const auto found = byName_.find(name);
-    if (found == byName_.end()) {
-        return {};
-    }
-    const auto node = macros_[found->second].child("MacroName");
-    return node.stringValue() == name ? node : xml::Node();
+    const auto found = byStringValue_.find(name);
+    return found == byStringValue_.end() ? xml::Node() : macros_[found->second].child("MacroName");
 }
 
 ObjectListIndex::ObjectListIndex(const xml::Document& objectList) : firstTypeless_(never), firstIncomplete_(never) {
@@ -224,14 +220,14 @@ std::optional<std::string> ArgumentsIndex::keyOfName(const std::string& name) co
     return found == keyByName_->end() ? std::nullopt : std::optional(found->second);
 }
 
-const std::string& ArgumentsIndex::namesOfKey(const std::string& key) const {
+const std::vector<std::string>& ArgumentsIndex::namesOfKey(const std::string& key) const {
     const auto& elements = ofKey(key);
     auto [entry, isNew] = names_.try_emplace(key);
     if (isNew) {
         for (const auto& element : elements) {
             for (const auto& node : contentChildren(element)) {
-                if (const auto name = node.text(); !name.empty() && name != key) {
-                    append(entry->second, name);
+                if (auto name = node.text(); !name.empty() && name != key) {
+                    entry->second.push_back(std::move(name));
                 }
             }
         }

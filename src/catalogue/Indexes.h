@@ -33,7 +33,7 @@ class MacroIndex {
     std::vector<xml::Node> macros_;
     std::vector<std::optional<std::string>> names_;
     std::unordered_map<std::string, std::size_t> byName_;
-    std::unordered_map<std::string, std::size_t> byStringValue_;  ///< only names that trimming changes
+    std::unordered_map<std::string, std::size_t> byStringValue_;  ///< names that trimming changes or that come again
     std::size_t firstNameless_;
     bool hasRoot_ = false;
 };
@@ -64,8 +64,8 @@ class ObjectListIndex {
     std::unordered_map<std::string, std::vector<std::size_t>> byType_;
     std::unordered_map<std::string, std::vector<std::size_t>> byAnsiType_;
     std::unordered_map<std::string, std::vector<std::size_t>> byAnsiTypeAndName_;
-    std::size_t firstTypeless_;   ///< position of the first object without type
-    std::size_t firstIncomplete_; ///< position of the first object without type or name
+    std::size_t firstTypeless_;    ///< position of the first object without type
+    std::size_t firstIncomplete_;  ///< position of the first object without type or name
     bool hasObjects_ = false;
 };
 
@@ -80,8 +80,8 @@ class ArgumentsIndex {
     /// The key of the first element that holds this user-defined name; nothing when there is none.
     [[nodiscard]] std::optional<std::string> keyOfName(const std::string& name) const;
 
-    /// The texts of a category's children that are neither empty nor the key, each followed by ";".
-    [[nodiscard]] const std::string& namesOfKey(const std::string& key) const;
+    /// The texts of a category's children that are neither empty nor the key.
+    [[nodiscard]] const std::vector<std::string>& namesOfKey(const std::string& key) const;
     /// The text of the last element of the category with the key taken out; empty when there is none.
     [[nodiscard]] const std::string& lastTextOfKey(const std::string& key) const;
 
@@ -90,7 +90,7 @@ class ArgumentsIndex {
     std::unordered_map<std::string, std::vector<xml::Node>> byKey_;
     bool keyMissing_ = false;
     // Made on first use: few of a large configuration's categories are asked for.
-    mutable std::unordered_map<std::string, std::string> names_;
+    mutable std::unordered_map<std::string, std::vector<std::string>> names_;
     mutable std::unordered_map<std::string, std::string> lastTexts_;
     mutable std::optional<std::unordered_map<std::string, std::string>> keyByName_;
 };

@@ -1,6 +1,8 @@
 #include "catalogue/ParameterGrid.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterDefinition.h"
@@ -82,7 +84,8 @@ void addValueParameter(method::EditorState& state, const ParameterDefinition& de
     param.anyText = definition.fields.size() == 1;
     announceReference(state, definition);
     const auto resolve = [&](std::size_t k) {
-        return k < definition.fields.size() ? std::optional(fieldValue(state, definition.fields[k], unitFactor)) : std::nullopt;
+        return k < definition.fields.size() ? std::optional(fieldValue(state, definition.fields[k], unitFactor))
+                                            : std::nullopt;
     };
     param.defaultValue = resolve(1);
     param.minimum = resolve(2);
@@ -119,6 +122,10 @@ std::string typesHint(std::string_view definition) {
 }
 
 void addObjectParameter(method::EditorState& state, const ParameterDefinition& definition, std::string_view text) {
+    const int position = state.grdMacro.rowCount();
+    if (position > std::numeric_limits<std::int16_t>::max()) {
+        errors::throwOverflow();
+    }
     method::MacroParam param;
     param.field0 = definition.fields[0];
     param.text = typesHint(text);
@@ -129,14 +136,14 @@ void addObjectParameter(method::EditorState& state, const ParameterDefinition& d
     row.value = row.items.empty() ? std::string() : row.items.front();
     state.arrMacroParams.push_back(std::move(param));
     state.grdMacro.addRow(std::move(row));
-    state.arrObjectPositions.push_back(static_cast<std::int16_t>(state.grdMacro.rowCount() - 1));
+    state.arrObjectPositions.push_back(static_cast<std::int16_t>(position));
 }
 
 void addParameter(method::EditorState& state, const std::string& text) {
     const ParameterDefinition definition(text);
     std::string unitText;
     std::int32_t unitFactor = 1;
-    if (const auto code = definition.unitCode()) {
+    if (const auto code = definition.unitCode(); code && !code->empty()) {
         state.services.instrument->UnitInfo(*code, unitText, unitFactor);
     }
     if (definition.isObject()) {
@@ -177,8 +184,9 @@ void fillSyringesize(method::EditorState& state) noexcept {
     });
 }
 
-std::string ObjectPropertyValue(method::EditorState& state, const std::string& objectType, const std::string& objectName,
-                                const std::string& propertyName, const std::string& filterProperty) {
+std::string ObjectPropertyValue(method::EditorState& state, const std::string& objectType,
+                                const std::string& objectName, const std::string& propertyName,
+                                const std::string& filterProperty) {
     const auto& index = state.xmlValues->objects(state.domlatestKex);
     return objectName.empty() ? index.namesWithProperty(objectType, filterProperty)
                               : index.propertyOf(objectType, objectName, propertyName);
@@ -192,7 +200,11 @@ float ReturnValue(method::EditorState& state, const std::string& field, std::int
         // Without a syringe the look-up would answer with the list of all of them.
         const auto text = syringe.empty() ? std::string() : ObjectPropertyValue(state, "SYRINGE", syringe, property);
         const auto value = number(state, text);
-        return value && unitFactor >= 1 ? static_cast<float>(*value / unitFactor) : 0.0F;
+        const auto single = value && unitFactor >= 1 ? static_cast<float>(*value / unitFactor) : 0.0F;
+        if (std::isinf(single)) {
+            errors::throwOverflow();
+        }
+        return single;
     });
 }
 
@@ -215,9 +227,8 @@ void macroParams(method::EditorState& state, const std::string& name) noexcept {
 }
 
 bool IsObjectPosition(const method::EditorState& state, int row) noexcept {
-    // Element 0 stands for no row.
-    return std::find(state.arrObjectPositions.begin() + 1, state.arrObjectPositions.end(), row) !=
-           state.arrObjectPositions.end();
+    // Element 0 stands for no row; the others are in row order.
+    return std::binary_search(state.arrObjectPositions.begin() + 1, state.arrObjectPositions.end(), row);
 }
 
 std::string GetCurrenMacroParams(const method::EditorState& state) {

@@ -23,7 +23,8 @@ Verdict check(method::EditorState& state, int row, const std::string& value) {
     if (IsObjectPosition(state, row)) {
         return Verdict::Accepted;
     }
-    const auto& param = paramOf(state, row);
+    // A copy: the report of a malformed configuration reaches the host, which may load another method there.
+    const auto param = paramOf(state, row);
     if (param.anyText || text::contains(text::upperCase(value), "SL.") ||
         ControlUserDef_Obj(state, param.field0, value)) {
         return Verdict::Accepted;
@@ -52,7 +53,8 @@ std::string notANumberMessage(const std::string& name) {
 std::string outOfRangeMessage(const method::EditorState& state, const std::string& name, const std::string& value,
                               const method::MacroParam& param) {
     return "In macro " + state.cboSelectedMacro.text() + ", the parameter '" + name + "' with value of '" + value +
-           "' is out of range.\r\nThe valid range is (" + boundText(param.minimum) + "-" + boundText(param.maximum) + ") .";
+           "' is out of range.\r\nThe valid range is (" + boundText(param.minimum) + "-" + boundText(param.maximum) +
+           ") .";
 }
 
 }  // namespace
@@ -71,10 +73,10 @@ bool ValidateParams(method::EditorState& state) {
             // The message runs a message loop in which the host may load another method: what is needed is copied before.
             const auto param = paramOf(state, row);
             const auto name = state.grdMacro.cellText(row, 0);
-            messageBox(state,
-                       verdict == Verdict::NotANumber ? notANumberMessage(name)
-                                                      : outOfRangeMessage(state, name, value, param),
-                       errors::styleError);
+            messageBox(
+                state,
+                verdict == Verdict::NotANumber ? notANumberMessage(name) : outOfRangeMessage(state, name, value, param),
+                errors::styleError);
             if (state.grdMacro.cellText(row, 0) == name && state.grdMacro.cellText(row, 1) == value) {
                 state.grdMacro.setCellText(row, 1, defaultText(param));
             }
@@ -95,6 +97,10 @@ bool grdMacro_OnValidate(method::EditorState& state) noexcept {
         const auto edit = *state.grdMacro.pendingEdit();
         if (check(state, edit.row, edit.text) != Verdict::Accepted) {
             messageBox(state, "The entered value is out of range.", errors::styleError);
+            return false;
+        }
+        if (!state.grdMacro.pendingEdit()) {
+            // The host has taken the edit away meanwhile.
             return false;
         }
         if (state.grdMacro.cellText(edit.row, 1) != edit.text) {

@@ -34,7 +34,8 @@ bool Control::beginUserRequest() {
     if (focus_ != nullptr) {
         focus_->enter();
     }
-    return true;
+    // Leaving the other control may have shown a message, and the host may have switched this one off meanwhile.
+    return enabled_ && visible_;
 }
 
 UserRequest Button::userClick() {
@@ -82,7 +83,7 @@ UserRequest TextBox::userType(std::string_view text) {
     if (!beginUserRequest()) {
         return UserRequest::NotUsable;
     }
-    auto typed = text::withoutNonXmlCharacters(withWindowLineEnds(text));
+    auto typed = withWindowLineEnds(text::withoutNonXmlCharacters(text));
     if (typed != text_) {
         setText(std::move(typed));
         if (onChange) {

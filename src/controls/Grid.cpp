@@ -102,20 +102,25 @@ bool Grid::enterText(int row, std::string text) {
     return commitEdit();
 }
 
+bool Grid::takes(int row, const std::string& text) const {
+    const GridRow* const cells = this->row(row);
+    return cells != nullptr && (cells->style == EditStyle::Text ||
+                                std::find(cells->items.begin(), cells->items.end(), text) != cells->items.end());
+}
+
 UserRequest Grid::userEdit(int row, std::string_view text, bool commit) {
+    auto typed = text::withoutNonXmlCharacters(text);
+    if (!takes(row, typed)) {
+        return UserRequest::NoSuchEntry;
+    }
     if (!beginUserRequest()) {
         return UserRequest::NotUsable;
     }
-    const GridRow* const cells = this->row(row);
-    if (cells == nullptr) {
+    // Leaving another edit may have changed the rows, as when the host loads another method meanwhile.
+    if (!takes(row, typed)) {
         return UserRequest::NoSuchEntry;
     }
-    auto typed = text::withoutNonXmlCharacters(text);
-    if (cells->style == EditStyle::DropDownList) {
-        if (std::find(cells->items.begin(), cells->items.end(), typed) == cells->items.end()) {
-            return UserRequest::NoSuchEntry;
-        }
-    } else if (onSetEditText) {
+    if (this->row(row)->style == EditStyle::Text && onSetEditText) {
         onSetEditText(row, typed);
     }
     currentRow_ = row;
@@ -136,6 +141,9 @@ UserRequest Grid::userMouseDown(int row, int position) {
     }
     if (!beginUserRequest()) {
         return UserRequest::NotUsable;
+    }
+    if (row >= rowCount()) {
+        return UserRequest::NoSuchEntry;
     }
     currentRow_ = row;
     if (onMouseDown) {

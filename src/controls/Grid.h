@@ -88,6 +88,8 @@ class Grid final : public Control {
 
   private:
     [[nodiscard]] bool hasRow(int row) const noexcept { return row >= 1 && row < rowCount(); }
+    /// Whether the user may enter this text into the row's value cell.
+    [[nodiscard]] bool takes(int row, const std::string& text) const;
 
     GridRow header_;
     std::vector<GridRow> rows_;

@@ -11,7 +11,10 @@ void ItemList::requireRow(int index) const {
 }
 
 void ItemList::itemsChanged() {
-    rowByText_.clear();
+    // Emptying a map costs its buckets even when it holds nothing: a list that is being filled would pay for that at every row.
+    if (!rowByText_.empty()) {
+        rowByText_.clear();
+    }
     changed(Change::Items);
 }
 

@@ -1,5 +1,6 @@
 #include "editing/ValueMenu.h"
 
+#include <optional>
 #include <unordered_set>
 
 #include "catalogue/CxmlValuesHandler.h"
@@ -63,14 +64,19 @@ void addPlainValues(method::EditorState& state, const catalogue::ParameterDefini
     }
 }
 
-std::vector<std::string> menuItems(method::EditorState& state, int row) {
-    MenuItems items;
+// The definition of the parameter in a grid row, or none when the macro chosen in the catalogue has none for it.
+std::optional<catalogue::ParameterDefinition> definitionOf(method::EditorState& state, int row) {
     const auto macro = state.xmlValues->macros(state.domMacros).find(state.cboSelectedMacro.text());
     const auto definitions = macro ? catalogue::definitionTexts(macro) : std::vector<std::string>();
     if (row < 1 || std::cmp_greater(row, definitions.size()) || row >= state.grdMacro.rowCount()) {
-        return {};
+        return std::nullopt;
     }
-    const catalogue::ParameterDefinition definition(definitions[static_cast<std::size_t>(row) - 1]);
+    return catalogue::ParameterDefinition(definitions[static_cast<std::size_t>(row) - 1]);
+}
+
+std::vector<std::string> menuItems(method::EditorState& state, const catalogue::ParameterDefinition& definition,
+                                   int row) {
+    MenuItems items;
     if (catalogue::IsObjectPosition(state, row)) {
         addObjectValues(state, definition, items);
     } else {
@@ -84,10 +90,12 @@ std::vector<std::string> menuItems(method::EditorState& state, int row) {
 void grdMacro_OnMouseDown(method::EditorState& state, int position) noexcept {
     method::standardHandler(state, "grdMacro_OnMouseDown ", [&] {
         state.intMouseRow = static_cast<std::int16_t>(state.grdMacro.currentRow());
+        const auto definition = definitionOf(state, state.intMouseRow);
         if (position < menuFrom || position > menuTo) {
             return;
         }
-        state.mnuUserIndex.popUp(menuItems(state, state.intMouseRow));
+        state.mnuUserIndex.popUp(definition ? menuItems(state, *definition, state.intMouseRow)
+                                            : std::vector<std::string>());
     });
 }
 

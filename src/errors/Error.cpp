@@ -1,6 +1,7 @@
 #include "errors/Error.h"
 
 #include <new>
+#include <stdexcept>
 
 namespace vrn::errors {
 
@@ -17,6 +18,8 @@ Error currentError() {
         return error;
     } catch (const std::bad_alloc&) {
         return {number::outOfMemory, "Out of memory"};
+    } catch (const std::out_of_range&) {
+        return {number::subscriptOutOfRange, "Subscript out of range"};
     } catch (const std::exception& exception) {
         return {number::internalError, exception.what()};
     } catch (...) {

@@ -67,8 +67,8 @@ class Error : public std::exception {
 /// A number beyond its type (6).
 [[noreturn]] void throwOverflow();
 
-/// The exception being handled as an `Error`: an `Error` as it is, `std::bad_alloc` as 7 "Out of memory", any other
-/// as 51 with its own text. Call it inside a catch clause only.
+/// The exception being handled as an `Error`: an `Error` as it is, `std::bad_alloc` as 7 "Out of memory", `std::out_of_range` as
+/// 9 "Subscript out of range", any other as 51 with its own text. Call it inside a catch clause only.
 [[nodiscard]] Error currentError();
 
 }  // namespace vrn::errors

@@ -31,6 +31,8 @@ class MethodEditorErrorEvent {
     void connect(Handler handler) { handler_ = std::move(handler); }
     /// Raises the event with the application and module texts that every report carries.
     void raise(std::int32_t number, const std::string& description, std::string_view procedure) const noexcept;
+    /// Raises the event for the exception being handled. Call it inside a catch clause only.
+    void raiseCurrent(std::string_view procedure) const noexcept;
 
   private:
     Handler handler_;
@@ -45,8 +47,7 @@ auto standardHandler(const MethodEditorErrorEvent& event, std::string_view proce
     try {
         return std::forward<Body>(body)();
     } catch (...) {
-        const auto error = currentError();
-        event.raise(error.number(), error.description(), procedure);
+        event.raiseCurrent(procedure);
     }
     if constexpr (!std::is_void_v<Result>) {
         return Result{};

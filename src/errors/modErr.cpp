@@ -23,7 +23,8 @@ std::string sourceFor(const std::string& ownSource, std::string_view defaultSour
 void copyError(const ErrorState& state, std::string_view defaultSource) {
     structError record;
     if (state.number != 0) {
-        record = {state.number, state.description, sourceFor(state.source, defaultSource), state.helpFile, state.helpContext};
+        record = {state.number, state.description, sourceFor(state.source, defaultSource), state.helpFile,
+                  state.helpContext};
     } else if (state.lastSystemError != 0) {
         const auto code = static_cast<std::int32_t>(state.lastSystemError);
         record = {code, GetSystemMessage(code), std::string(defaultSource), state.helpFile, state.helpContext};
@@ -43,7 +44,8 @@ std::string GetSystemMessage(std::int32_t lngMsgID, const MessageLookup& lookup)
         const auto error = currentError();
         return "An error occured in .GetSystemMessage for lngMsgID = " + std::to_string(lngMsgID) +
                ".\r\nReport this error and the circumstances of it's appearence.\r\n\r\nOriginal error message:\r\nNumber: " +
-               std::to_string(error.number()) + "\r\nDescription: " + error.description() + "\r\nSource: " + error.source();
+               std::to_string(error.number()) + "\r\nDescription: " + error.description() +
+               "\r\nSource: " + error.source();
     }
 }
 

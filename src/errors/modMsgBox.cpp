@@ -18,8 +18,8 @@ void showFallback(MessageBoxService& service, const std::string& message, const 
     const std::string source = "MessageBoxEx@modMsgBox.messageBox";
     copyError(state, source);
     // The line of the description has always been shown as this literal; those who read such messages know it.
-    service.fallback("MessageBoxEx API was unable to show a message.\r\nErr.Number: " + std::to_string(g_structError.lngNumber) +
-                         "\r\nErr.Source: " + g_structError.strSource +
+    service.fallback("MessageBoxEx API was unable to show a message.\r\nErr.Number: " +
+                         std::to_string(g_structError.lngNumber) + "\r\nErr.Source: " + g_structError.strSource +
                          "\r\nErr.Description: &  g_structError.strDescription & CONST_DBLLINE" +
                          "original message was: \r\n" + message,
                      source, styleError);
@@ -40,8 +40,8 @@ std::int32_t messageBox(MessageBoxService& service, std::intptr_t hWnd, std::str
         copyError({error.number(), error.description(), error.source(), error.helpFile(), error.helpContext(), 0},
                   "modMsgBox.messageBox");
     }
-    throw Error(g_structError.lngNumber, g_structError.strDescription, g_structError.strSource, g_structError.strHelpFile,
-                g_structError.lngHelpContext);
+    throw Error(g_structError.lngNumber, g_structError.strDescription, g_structError.strSource,
+                g_structError.strHelpFile, g_structError.lngHelpContext);
 }
 
 }  // namespace vrn::errors

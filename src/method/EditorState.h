@@ -52,11 +52,11 @@ struct EditorState {
     std::shared_ptr<catalogue::CxmlValuesHandler> xmlValues;  ///< the catalogue parser, for the editor's whole life
 
     // Documents.
-    xml::Document domMethod;          ///< the method as loaded
-    xml::Document domMacros;          ///< macro catalogue
-    xml::Document domlatestKex;       ///< object list
-    xml::Document domConfig;          ///< configuration
-    xml::Document domMethodBaseline;  ///< the method as last handed over or taken back
+    xml::Document domMethod;                    ///< the method as loaded
+    xml::Document domMacros;                    ///< macro catalogue
+    xml::Document domlatestKex;                 ///< object list
+    xml::Document domConfig;                    ///< configuration
+    xml::Document domMethodBaseline;            ///< the method as last handed over or taken back
     std::optional<xml::Document> domNewMethod;  ///< the method as the last read of the audit trail built it
 
     // Flags.
@@ -65,12 +65,13 @@ struct EditorState {
     bool booDisableSyringe = false;
     bool booBaselineLoaded = false;
     bool booCycleDateChanged = false;
-    bool booUpdating = false;            ///< a handler is rewriting list and grid
-    bool booGridFromSequence = false;    ///< the grid shows a step
-    bool booGridFromCatalogue = false;   ///< the grid shows a catalogue entry
+    bool booUpdating = false;           ///< a handler is rewriting list and grid
+    bool booGridFromSequence = false;   ///< the grid shows a step
+    bool booGridFromCatalogue = false;  ///< the grid shows a catalogue entry
     bool booListSelected = false;
     bool booMacroShown = false;
-    bool booUnsavedEdits = false;  ///< the user changed a value since the grid was filled, and neither inserted nor replaced
+    /// The user changed a value since the grid was filled, and neither inserted nor replaced.
+    bool booUnsavedEdits = false;
 
     // The sequence: entry i is line i of the list. An empty sequence is one empty entry.
     std::vector<MethodMacroEntry> arrMethodMacros{1};
@@ -85,9 +86,9 @@ struct EditorState {
     // The parameter model of the shown macro: element k belongs to grid row k, element 0 to nothing.
     std::vector<MacroParam> arrMacroParams{1};
     std::vector<std::int16_t> arrObjectPositions{0};
-    std::string strShownMacro;          ///< whose rows the grid holds
-    std::int16_t intMouseRow = 0;       ///< the row under the mouse
-    std::int32_t lngListMouseY = 0;     ///< twips
+    std::string strShownMacro;       ///< whose rows the grid holds
+    std::int16_t intMouseRow = 0;    ///< the row under the mouse
+    std::int32_t lngListMouseY = 0;  ///< twips
 
     // Child controls. The focus is the user's: whoever holds a pending edit is told before the user goes on elsewhere.
     controls::Focus focus;
@@ -111,11 +112,24 @@ struct EditorState {
     controls::Menu mnuUserIndex{"mnuUserIndex"};
 
     /// The control collection, in its order.
-    const std::vector<controls::Control*> controlCollection{
-        &fraMethodEditor, &fraMethodDescription, &txtMethodDescription, &fraSyringe,      &cboSyringe,
-        &fraMacroSequence, &lstMethodMacroList,  &cmdInsert,            &cmdReplace,      &cmdDelete,
-        &fraAvailableCycles, &cboSelectedMacro,  &cmdDefCycle,          &fraArgument,     &grdMacro,
-        &txtToolTip,       &lblCycleDateChanged, &mnuUserIndex};
+    const std::vector<controls::Control*> controlCollection{&fraMethodEditor,
+                                                            &fraMethodDescription,
+                                                            &txtMethodDescription,
+                                                            &fraSyringe,
+                                                            &cboSyringe,
+                                                            &fraMacroSequence,
+                                                            &lstMethodMacroList,
+                                                            &cmdInsert,
+                                                            &cmdReplace,
+                                                            &cmdDelete,
+                                                            &fraAvailableCycles,
+                                                            &cboSelectedMacro,
+                                                            &cmdDefCycle,
+                                                            &fraArgument,
+                                                            &grdMacro,
+                                                            &txtToolTip,
+                                                            &lblCycleDateChanged,
+                                                            &mnuUserIndex};
 };
 
 /// The standard handler for a procedure of this editor.

@@ -45,8 +45,8 @@ void appendStep(std::string& text, const MethodMacroEntry& step) {
         text += emptyStep;
         return;
     }
-    auto values =
-        ConvertDescription(step.MacroName + "(" + text::join(step.MacroValues.value_or(std::vector<std::string>()), ",") + ")");
+    auto values = ConvertDescription(step.MacroName + "(" +
+                                     text::join(step.MacroValues.value_or(std::vector<std::string>()), ",") + ")");
     // A bare CR would be read back as LF.
     text::replaceAll(values, "\r", "&#13;");
     text += "<MacroValues>" + values + "</MacroValues>\r\n";
@@ -176,7 +176,8 @@ std::string OneMaroData(EditorState& state, const std::string& name, const Udons
             for (const auto& udon : used->second.names()) {
                 categories.push_back(catalogue::GetPredUnitName(state, state.domConfig, udon));
             }
-            configObjects = FillLocalConfigXml(state, text::join(categories, ";"), text::join(used->second.names(), ";"));
+            configObjects =
+                FillLocalConfigXml(state, text::join(categories, ";"), text::join(used->second.names(), ";"));
         }
         return data;
     });

@@ -29,7 +29,8 @@ using UdonsByMacro = std::unordered_map<std::string, catalogue::UdonCollection>;
 [[nodiscard]] std::string OneMaroData(EditorState& state, const std::string& name, const UdonsByMacro& udons,
                                       std::string& configObjects) noexcept;
 /// `OBJECT` elements from two list texts: the i-th name with the i-th user-defined name.
-[[nodiscard]] std::string FillLocalConfigXml(EditorState& state, const std::string& names, const std::string& udons) noexcept;
+[[nodiscard]] std::string FillLocalConfigXml(EditorState& state, const std::string& names,
+                                             const std::string& udons) noexcept;
 
 /// Inserts `Description` with one line element per line of the text before the syringe.
 void AppendArgumentsNode(EditorState& state, const xml::Document& method, std::string_view description) noexcept;

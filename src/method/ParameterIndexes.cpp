@@ -1,20 +1,23 @@
 #include "method/ParameterIndexes.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "errors/Error.h"
-
 #include "text/Lists.h"
 #include "text/Numbers.h"
 
 namespace vrn::method {
 
-bool CanRemoveParamIndexFromMacroValues(std::int16_t index, const std::vector<std::string>& indexList) {
-    return std::any_of(indexList.begin(), indexList.end(), [index](const std::string& entry) {
-        const auto number = text::parseNumber(entry, ".");
-        return number && *number == index;
-    });
+ParamIndexes::ParamIndexes(const std::vector<std::string>& indexList) {
+    for (const auto& entry : indexList) {
+        if (const auto number = text::parseNumber(entry, ".")) {
+            numbers.insert(*number);
+        }
+    }
+}
+
+bool CanRemoveParamIndexFromMacroValues(std::int16_t index, const ParamIndexes& indexes) {
+    return indexes.numbers.contains(index);
 }
 
 std::string RemoveParamIndexFromMacroValues(const std::string& line, const std::vector<std::string>& indexList) {
@@ -27,13 +30,14 @@ std::string RemoveParamIndexFromMacroValues(const std::string& line, const std::
     if (items.size() < 2) {
         return parts[0] + body;
     }
+    const ParamIndexes indexes(indexList);
     std::string kept = "(";
     std::string_view separator = ",";
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (i + 2 == items.size()) {
             separator = "";
         }
-        if (!CanRemoveParamIndexFromMacroValues(static_cast<std::int16_t>(i), indexList)) {
+        if (!CanRemoveParamIndexFromMacroValues(static_cast<std::int16_t>(i), indexes)) {
             kept += items[i];
             kept += separator;
         }
@@ -41,38 +45,40 @@ std::string RemoveParamIndexFromMacroValues(const std::string& line, const std::
     return parts[0] + kept + ")";
 }
 
+MacroDataLines::MacroDataLines(const xml::Document& method) {
+    const auto data = method.documentElement().selectSingleNode("Macros/MacroData");
+    if (!data) {
+        errors::throwObjectNotSet();
+    }
+    for (auto line = data.child("MacroLine"); line; line = line.nextOfSameName()) {
+        texts.push_back(line.text());
+    }
+    for (const auto& piece : text::split(data.text(), "+")) {
+        searches += text::contains(piece, "-") ? 0 : 1;
+    }
+}
+
+void FindIndexOfParamInMacroData(const MacroDataLines& lines, const std::string& parameterText, std::int16_t position,
+                                 std::vector<std::string>& indexList) {
+    const auto items = text::split(text::replacedAll(text::replacedAll(parameterText, "(", ""), ")", ""), ",");
+    if (position < 1 || std::cmp_greater(position, items.size())) {
+        return;
+    }
+    const auto wanted = text::trimBlanks(items[static_cast<std::size_t>(position) - 1]);
+    for (std::size_t search = 0; search < lines.searches; ++search) {
+        for (std::size_t i = 0; i < lines.texts.size(); ++i) {
+            if (text::contains(lines.texts[i], wanted)) {
+                indexList.push_back(std::to_string(i));
+            }
+        }
+    }
+}
+
 void FindIndexOfParamInMacroData(const std::string& methodText, const std::string& parameterText, std::int16_t position,
                                  std::vector<std::string>& indexList) {
     xml::Document method;
     if (method.loadXML(methodText)) {
-        FindIndexOfParamInMacroData(method, parameterText, position, indexList);
-    }
-}
-
-void FindIndexOfParamInMacroData(const xml::Document& method, const std::string& parameterText, std::int16_t position,
-                                 std::vector<std::string>& indexList) {
-    const auto root = method.documentElement();
-    const auto items = text::split(text::replacedAll(text::replacedAll(parameterText, "(", ""), ")", ""), ",");
-    if (!root || position < 1 || std::cmp_greater(position, items.size())) {
-        return;
-    }
-    const auto data = root.selectSingleNode("Macros/MacroData");
-    if (!data) {
-        errors::throwObjectNotSet();
-    }
-    const std::string wanted(text::trimBlanks(items[static_cast<std::size_t>(position) - 1]));
-    std::vector<std::string> found;
-    int counter = -1;
-    for (auto line = data.child("MacroLine"); line; line = line.nextOfSameName()) {
-        ++counter;
-        if (text::contains(line.text(), wanted)) {
-            found.push_back(std::to_string(counter));
-        }
-    }
-    for (const auto& piece : text::split(data.text(), "+")) {
-        if (!text::contains(piece, "-")) {
-            indexList.insert(indexList.end(), found.begin(), found.end());
-        }
+        FindIndexOfParamInMacroData(MacroDataLines(method), parameterText, position, indexList);
     }
 }
 

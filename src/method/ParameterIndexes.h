@@ -4,25 +4,43 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "xml/Dom.h"
 
 namespace vrn::method {
 
+/// An index list as numbers; entries that are none are left out.
+struct ParamIndexes {
+    explicit ParamIndexes(const std::vector<std::string>& indexList);
+
+    std::unordered_set<double> numbers;
+};
+
 /// Whether some entry of the list, read as a number, is this index.
-[[nodiscard]] bool CanRemoveParamIndexFromMacroValues(std::int16_t index, const std::vector<std::string>& indexList);
+[[nodiscard]] bool CanRemoveParamIndexFromMacroValues(std::int16_t index, const ParamIndexes& indexes);
 
 /// The step text "head(item,item,)" without the items at the listed zero-based positions. The item list is expected to end with ",":
 /// that separator goes.
-[[nodiscard]] std::string RemoveParamIndexFromMacroValues(const std::string& line, const std::vector<std::string>& indexList);
+[[nodiscard]] std::string RemoveParamIndexFromMacroValues(const std::string& line,
+                                                          const std::vector<std::string>& indexList);
 
-/// Adds to the list the positions of the embedded macro lines that contain item `position` (from 1) of a parameter text such as
-/// "(Hold Time)". A macro data text that holds "-" between two "+", or at all without "+", adds nothing for that piece.
-void FindIndexOfParamInMacroData(const std::string& methodText, const std::string& parameterText, std::int16_t position,
+/// The embedded macro lines of a method, read once for any number of searches.
+struct MacroDataLines {
+    /// Error 91 for a method without macro data.
+    explicit MacroDataLines(const xml::Document& method);
+
+    std::vector<std::string> texts;
+    std::size_t searches =
+        0;  ///< how often a search goes through them: once for every piece between "+" that has no "-"
+};
+
+/// Adds to the list the positions of the lines that contain item `position` (from 1) of a parameter text such as "(Hold Time)".
+void FindIndexOfParamInMacroData(const MacroDataLines& lines, const std::string& parameterText, std::int16_t position,
                                  std::vector<std::string>& indexList);
-/// The same for a method that is loaded already.
-void FindIndexOfParamInMacroData(const xml::Document& method, const std::string& parameterText, std::int16_t position,
+/// The same for a method as text; one that is not well-formed leaves the list alone.
+void FindIndexOfParamInMacroData(const std::string& methodText, const std::string& parameterText, std::int16_t position,
                                  std::vector<std::string>& indexList);
 
 }  // namespace vrn::method

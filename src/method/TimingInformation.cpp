@@ -1,5 +1,6 @@
 // The fingerprint of a method's timing.
 #include <algorithm>
+#include <set>
 
 #include "catalogue/Indexes.h"
 #include "method/MethodWriter.h"
@@ -68,11 +69,14 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
         if (const auto version = root.child("VERSION")) {
             root.removeChild(version);
         }
-        std::vector<std::string> indexes;
+        std::set<std::string> arguments;
         for (const auto& atom : catalogue::childrenNamed(root.child("ATOMLINE"), "ATOM")) {
-            if (const auto argument = waitArgument(atom.text()); !argument.empty()) {
-                FindIndexOfParamInMacroData(reduced, argument, 1, indexes);
-            }
+            arguments.insert(waitArgument(atom.text()));
+        }
+        const MacroDataLines lines(reduced);
+        std::vector<std::string> indexes;
+        for (const auto& argument : arguments) {
+            FindIndexOfParamInMacroData(lines, argument, 1, indexes);
         }
         if (const auto step = root.selectSingleNode("Macros/MacroVariable/MacroValues")) {
             step.setText(withoutValues(step.text(), indexes));

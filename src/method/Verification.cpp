@@ -47,7 +47,8 @@ bool VerifyMethod_v4(const EditorState& state, const xml::Document& method, std:
     });
 }
 
-std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document& method, std::string& errorText) noexcept {
+std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document& method,
+                                   std::string& errorText) noexcept {
     return standardHandler(state, "vrnMethodEditor.VRN_MethodEditor.Verify_Guid_Signiture ", [&] {
         const auto root = method.documentElement();
         if (!root) {

@@ -9,7 +9,8 @@
 namespace vrn::method {
 
 /// Whether a version-4 method is intact; the error text says that it is not.
-[[nodiscard]] bool VerifyMethod_v4(const EditorState& state, const xml::Document& method, std::string& errorText) noexcept;
+[[nodiscard]] bool VerifyMethod_v4(const EditorState& state, const xml::Document& method,
+                                   std::string& errorText) noexcept;
 
 /// The verification code of a method of version 2 or 3, 0 when it is intact, with its error text. Leaves an element `Guid` as last
 /// child of the method's root.

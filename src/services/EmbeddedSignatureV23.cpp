@@ -43,9 +43,7 @@ Sha256 codeFor(const xml::Node& root, std::string_view key) {
 
 }  // namespace
 
-std::string EmbeddedSignatureV23::sign(std::string_view text) {
-    return base64(hmacSha256(signatureConstant, text));
-}
+std::string EmbeddedSignatureV23::sign(std::string_view text) { return base64(hmacSha256(signatureConstant, text)); }
 
 std::int32_t EmbeddedSignatureV23::verify(const xml::Document& document, std::string_view /*reserved*/) {
     const xml::Node root = document.documentElement();
@@ -90,8 +88,6 @@ std::string EmbeddedSignatureV23::signatureFor(const xml::Document& document) {
     return base64(codeFor(root, keyOf(childrenNamed(root, "Guid"))));
 }
 
-std::string signatureElementTextV23() {
-    return "<Guid>" + std::string(signatureConstant) + "</Guid>";
-}
+std::string signatureElementTextV23() { return "<Guid>" + std::string(signatureConstant) + "</Guid>"; }
 
 }  // namespace vrn::services

@@ -31,7 +31,7 @@ SignedContent signedContent(const xml::Document& document) {
 
 /// The root that the expression selects. The one reference covers the whole document, so nothing smaller can be signed.
 xml::Node selectRoot(const xml::Document& document, std::string_view xpath) {
-    const xml::Node selected = document.selectSingleNode(xpath);
+    xml::Node selected = document.selectSingleNode(xpath);
     if (!selected) {
         errors::throwObjectNotSet();
     }
@@ -99,9 +99,7 @@ bool EmbeddedSignatureV4::verify(const xml::Document& document, std::string_view
                                hmacSha256(key, xml::exclusiveCanonicalForm(claimed->signedInfo)));
 }
 
-std::string signatureElementTextV4() {
-    return "<GUID>" + std::string(signatureConstant) + "</GUID>";
-}
+std::string signatureElementTextV4() { return "<GUID>" + std::string(signatureConstant) + "</GUID>"; }
 
 std::string signatureKeyV4(SignatureV4& component) {
     xml::Document document;

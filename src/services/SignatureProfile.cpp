@@ -44,7 +44,7 @@ constexpr std::array profile{
 };
 constexpr std::size_t maximumDepth = 4;
 
-/// Whether the element has the row's attribute and no other. Declarations of the signature's namespace may stand anywhere.
+/// Whether the element has the row's attribute and no other. Declarations of the signature's namespace do not count.
 bool hasAttributesOf(const Row& row, const xml::ElementView& element) {
     std::size_t expected = row.attribute.empty() ? 0 : 1;
     for (const xml::AttributeView& attribute : element.attributes) {

@@ -98,10 +98,9 @@ void VRN_MethodEditor::SetXmlDocuments(std::string_view domMacros, std::string_v
 std::optional<xml::Document> VRN_MethodEditor::GetMethodXml() noexcept { return method::GetMethodXml(*state_); }
 
 bool VRN_MethodEditor::MethodIsChanged() {
-    state_->IsChanged = false;
-    if (const auto built = method::BuildMethod(*state_)) {
-        state_->IsChanged = !text::equalInAnsi(state_->domMethodBaseline.xml(), built->xml());
-    }
+    // Storing the user's edits for the build may set the flag: it counts only what the build shows.
+    const auto built = method::BuildMethod(*state_);
+    state_->IsChanged = built && !text::equalInAnsi(state_->domMethodBaseline.xml(), built->xml());
     return state_->IsChanged;
 }
 

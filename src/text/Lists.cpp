@@ -62,6 +62,8 @@ std::string replacedAll(std::string text, std::string_view from, std::string_vie
     return text;
 }
 
-std::string_view before(std::string_view text, std::string_view mark) noexcept { return text.substr(0, text.find(mark)); }
+std::string_view before(std::string_view text, std::string_view mark) noexcept {
+    return text.substr(0, text.find(mark));
+}
 
 }  // namespace vrn::text

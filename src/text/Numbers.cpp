@@ -1,5 +1,6 @@
 #include "text/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -59,6 +60,23 @@ std::optional<std::string> plainForm(std::string_view text, std::string_view sep
     return rest.empty() ? std::optional(plain) : std::nullopt;
 }
 
+// The value of a plain form beyond `double`: an infinity when it is too large, zero when it is too small. from_chars does not tell
+// which, and strtod obeys whatever locale the process has set.
+double beyondDouble(std::string_view plain) {
+    const bool negative = plain.starts_with('-');
+    const auto mantissa = plain.substr(0, plain.find('e'));
+    const auto exponent = plain.substr(std::min(mantissa.size() + 1, plain.size()));
+    const auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+    const auto firstDigit = static_cast<long long>(mantissa.find_first_of("123456789"));
+    long long power = 0;
+    if (std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec ==
+        std::errc::result_out_of_range) {
+        power = exponent.starts_with('-') ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    }
+    const double size = point - firstDigit + power > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    return negative ? -size : size;
+}
+
 }  // namespace
 
 std::optional<double> parseNumber(std::string_view text, std::string_view decimalSeparator) {
@@ -69,8 +87,7 @@ std::optional<double> parseNumber(std::string_view text, std::string_view decima
     double value = 0;
     const auto [end, error] = std::from_chars(plain->data(), plain->data() + plain->size(), value);
     if (error == std::errc::result_out_of_range) {
-        // Too large or too small for a double: strtod tells which, where from_chars does not.
-        return std::strtod(plain->c_str(), nullptr);
+        return beyondDouble(*plain);
     }
     return value;
 }

@@ -63,7 +63,8 @@ char32_t takeCodePoint(std::string_view& rest) noexcept {
         valid = isContinuation(byte);
         codePoint = (codePoint << 6U) | (byte & 0x3FU);
     }
-    valid = valid && codePoint >= lead.smallest && codePoint <= 0x10FFFF && !(codePoint >= 0xD800 && codePoint <= 0xDFFF);
+    valid =
+        valid && codePoint >= lead.smallest && codePoint <= 0x10FFFF && !(codePoint >= 0xD800 && codePoint <= 0xDFFF);
     rest.remove_prefix(valid ? lead.length : 1);
     return valid ? codePoint : invalidCodePoint;
 }

@@ -1,6 +1,7 @@
 // The namespaces in scope while a tree is written.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -9,6 +10,12 @@
 namespace vrn::xml {
 
 class NamespaceScope {
+    struct Declaration {
+        std::string prefix;
+        std::string uri;
+        std::size_t depth;
+    };
+
   public:
     /// Each element opens a level; its declarations end with it.
     void open() { ++depth_; }
@@ -25,20 +32,12 @@ class NamespaceScope {
 
     /// The namespace of a prefix ("" for the default one); empty when there is none. Valid until the next declaration.
     [[nodiscard]] std::string_view uriOf(std::string_view prefix) const noexcept {
-        for (auto it = declarations_.rbegin(); it != declarations_.rend(); ++it) {
-            if (it->prefix == prefix) {
-                return it->uri;
-            }
-        }
-        return {};
+        const auto latest = std::find_if(declarations_.rbegin(), declarations_.rend(),
+                                         [prefix](const Declaration& declared) { return declared.prefix == prefix; });
+        return latest == declarations_.rend() ? std::string_view{} : latest->uri;
     }
 
   private:
-    struct Declaration {
-        std::string prefix;
-        std::string uri;
-        std::size_t depth;
-    };
     std::size_t depth_ = 0;
     std::vector<Declaration> declarations_;
 };

@@ -1,6 +1,7 @@
 #include "xml/Serialiser.h"
 
 #include <algorithm>
+#include <span>
 
 #include "text/Unicode.h"
 #include "xml/Escape.h"
@@ -32,6 +33,10 @@ class Writer final : public NodeVisitor {
     std::string take() { return std::move(out_); }
 
   private:
+    void writeAttribute(const AttributeView& attribute) {
+        out_ += ' ';
+        appendAttribute(out_, attribute.qualifiedName, attribute.value);
+    }
     void declareIfMissing(std::string_view prefix, std::string_view uri);
 
     std::string out_;
@@ -41,19 +46,21 @@ class Writer final : public NodeVisitor {
 bool Writer::startElement(const ElementView& element) {
     out_.append(1, '<').append(element.qualifiedName);
     scope_.open();
-    for (const AttributeView& attribute : element.attributes) {
-        out_ += ' ';
-        appendAttribute(out_, attribute.qualifiedName, attribute.value);
-        if (attribute.namespaceUri == xmlnsNamespace) {
-            scope_.declare(attribute.prefix.empty() ? std::string_view{} : attribute.localName, attribute.value);
-        }
+    auto next = element.attributes.begin();
+    for (; next != element.attributes.end() && next->namespaceUri == xmlnsNamespace; ++next) {
+        writeAttribute(*next);
+        scope_.declare(next->prefix.empty() ? std::string_view{} : next->localName, next->value);
     }
+    const std::span attributes(next, element.attributes.end());
     // An element that was moved, or made in no namespace under one that has a default, needs a declaration of its own.
     declareIfMissing(element.prefix, element.namespaceUri);
-    for (const AttributeView& attribute : element.attributes) {
-        if (!attribute.prefix.empty() && attribute.namespaceUri != xmlnsNamespace) {
+    for (const AttributeView& attribute : attributes) {
+        if (!attribute.prefix.empty()) {
             declareIfMissing(attribute.prefix, attribute.namespaceUri);
         }
+    }
+    for (const AttributeView& attribute : attributes) {
+        writeAttribute(attribute);
     }
     out_ += element.hasChildNodes ? ">" : "/>";
     return true;

@@ -1,9 +1,10 @@
 #include "hosts/script/ScriptHost.h"
 
+#include <array>
 #include <fstream>
 #include <istream>
 #include <ostream>
-#include <sstream>
+#include <stdexcept>
 #include <unordered_map>
 
 #include "hosts/script/Snapshot.h"
@@ -44,14 +45,20 @@ class EventMessageBox final : public errors::MessageBoxService {
 
 std::string readFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!file || !(bytes << file.rdbuf())) {
-        // An empty file sets the fail bit as well; it is told from an unreadable one by whether it could be opened.
-        if (!file.is_open() || file.bad()) {
-            throw BadRequest("cannot read file '" + path + "'");
-        }
+    std::string bytes;
+    std::array<char, 65536> block{};
+    while (file.read(block.data(), block.size()) || file.gcount() > 0) {
+        bytes.append(block.data(), static_cast<std::size_t>(file.gcount()));
     }
-    return xml::decodeXmlFile(bytes.str());
+    // A folder can be opened as well; only reading it fails.
+    if (!file.is_open() || file.bad()) {
+        throw BadRequest("cannot read file '" + path + "'");
+    }
+    try {
+        return xml::decodeXmlFile(bytes);
+    } catch (const errors::Error& error) {
+        throw BadRequest("cannot read file '" + path + "': " + error.description());
+    }
 }
 
 const Json& argument(const Json& request, const char* name) {
@@ -268,7 +275,8 @@ class ScriptHost::Session {
     }
 
     Json type(const Json& request) {
-        auto& box = oneOf<controls::TextBox>(stringArgument(request, "control"), {&editor_.state().txtMethodDescription});
+        auto& box =
+            oneOf<controls::TextBox>(stringArgument(request, "control"), {&editor_.state().txtMethodDescription});
         requireDone(box.userType(stringArgument(request, "text")), box);
         return nullptr;
     }

@@ -15,11 +15,12 @@ Json gridJson(const method::EditorState& state) {
     for (int row = 1; row < state.grdMacro.rowCount(); ++row) {
         const auto* const cells = state.grdMacro.row(row);
         const auto index = static_cast<std::size_t>(row);
-        rows.push_back({{"name", cells->name},
-                        {"value", cells->value},
-                        {"object", catalogue::IsObjectPosition(state, row)},
-                        {"hint", index < state.arrMacroParams.size() ? state.arrMacroParams[index].text : std::string()},
-                        {"items", cells->items}});
+        rows.push_back(
+            {{"name", cells->name},
+             {"value", cells->value},
+             {"object", catalogue::IsObjectPosition(state, row)},
+             {"hint", index < state.arrMacroParams.size() ? state.arrMacroParams[index].text : std::string()},
+             {"items", cells->items}});
     }
     return {{"enabled", state.grdMacro.enabled()}, {"rows", std::move(rows)}};
 }

@@ -25,9 +25,7 @@ const unsigned char* bytes(std::string_view text) {
     return reinterpret_cast<const unsigned char*>(text.empty() ? "" : text.data());
 }
 
-bool isWhiteSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
+bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 }  // namespace
 
@@ -77,8 +75,6 @@ std::optional<Sha256> fromBase64(std::string_view text) {
     return base64(value) == digits ? std::optional(value) : std::nullopt;
 }
 
-bool equalInConstantTime(const Sha256& a, const Sha256& b) {
-    return CRYPTO_memcmp(a.data(), b.data(), a.size()) == 0;
-}
+bool equalInConstantTime(const Sha256& a, const Sha256& b) { return CRYPTO_memcmp(a.data(), b.data(), a.size()) == 0; }
 
 }  // namespace vrn::services

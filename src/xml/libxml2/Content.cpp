@@ -130,8 +130,7 @@ std::string Node::stringValue() const {
         return std::string(view(node->content));
     }
     if (node->type == XML_ATTRIBUTE_NODE) {
-        std::string buffer;
-        return std::string(tree::attributeValue(tree::asAttribute(node), buffer));
+        return std::string(tree::attributeValue(tree::asAttribute(node)));
     }
     return collect(node).text;
 }
@@ -156,8 +155,7 @@ std::optional<std::string> Node::attribute(std::string_view name) const {
     if (found == nullptr) {
         return std::nullopt;
     }
-    std::string buffer;
-    return std::string(tree::attributeValue(found, buffer));
+    return std::string(tree::attributeValue(found));
 }
 
 void Node::setAttribute(std::string_view name, std::string_view value) const {

@@ -118,7 +118,6 @@ void Copier::copyDeclarations(const xmlNode& source, xmlNode& element) {
 }
 
 void Copier::copyAttributes(const xmlNode& source, xmlNode& element) {
-    std::string buffer;
     xmlAttr* last = nullptr;
     for (const xmlAttr* attribute = source.properties; attribute != nullptr; attribute = attribute->next) {
         auto* const copy = static_cast<xmlAttr*>(checked(xmlMalloc(sizeof(xmlAttr))));
@@ -131,7 +130,7 @@ void Copier::copyAttributes(const xmlNode& source, xmlNode& element) {
         last = copy;
         copy->name = name_(attribute->name);
         copy->ns = namespaceOf(attribute->ns);
-        setAttributeValue(copy, attributeValue(attribute, buffer));
+        setAttributeValue(copy, attributeValue(attribute));
     }
 }
 
@@ -160,6 +159,7 @@ xmlNs* Copier::strayNamespace(const xmlNs& source) {
 
 DocPtr copyDocument(const xmlDoc* source) {
     DocPtr target = newDocument();
+    const QuietErrors quiet;
     Copier(target.get()).copyChildren(asNode(source));
     return target;
 }

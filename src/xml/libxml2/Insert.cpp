@@ -74,14 +74,34 @@ void requireFragmentPlace(const xmlNode* fragment, const xmlNode* parent, const 
     require(parent->type != XML_DOCUMENT_NODE || elements <= 1);
 }
 
-void move(xmlNode* child, xmlNode* parent, xmlNode* reference) noexcept {
-    tree::unlink(child);
-    tree::link(child, parent, reference);
+// A new element that repeats the default namespace of its parent needs no declaration of its own. The declaration itself stays
+// until the document goes: elements that were taken out of this one may still be in its namespace.
+void dropRepeatedDeclaration(Node::Owner& owner, xmlNode* child) noexcept {
+    const xmlNode* const parent = child->parent;
+    xmlNs* const declared = child->type == XML_ELEMENT_NODE ? child->nsDef : nullptr;
+    if (declared == nullptr || declared != child->ns || declared->next != nullptr || declared->prefix != nullptr ||
+        child->children != nullptr || owner.limbo == nullptr) {
+        return;
+    }
+    const bool repeated = parent->type == XML_ELEMENT_NODE && parent->ns != nullptr && parent->ns->prefix == nullptr &&
+                          xmlStrEqual(declared->href, parent->ns->href) != 0;
+    if (repeated) {
+        declared->next = owner.limbo->nsDef;
+        owner.limbo->nsDef = declared;
+        child->nsDef = nullptr;
+        child->ns = parent->ns;
+    }
 }
 
-void moveAll(xmlNode* fragment, xmlNode* parent, xmlNode* reference) noexcept {
+void move(Node::Owner& owner, xmlNode* child, xmlNode* parent, xmlNode* reference) noexcept {
+    tree::unlink(child);
+    tree::link(child, parent, reference);
+    dropRepeatedDeclaration(owner, child);
+}
+
+void moveAll(Node::Owner& owner, xmlNode* fragment, xmlNode* parent, xmlNode* reference) noexcept {
     while (fragment->children != nullptr) {
-        move(fragment->children, parent, reference);
+        move(owner, fragment->children, parent, reference);
     }
 }
 
@@ -97,14 +117,14 @@ Node Node::insertBefore(const Node& child, const Node& reference) const {
     require(before == nullptr || (before->parent == parent && before->type != XML_ATTRIBUTE_NODE));
     if (added->type == XML_DOCUMENT_FRAG_NODE) {
         requireFragmentPlace(added, parent, before);
-        moveAll(added, parent, before);
+        moveAll(*owner_, added, parent, before);
         return child;
     }
     requirePlace(added, parent, before);
     if (before == added) {
         before = added->next;
     }
-    move(added, parent, before);
+    move(*owner_, added, parent, before);
     return child;
 }
 

@@ -3,6 +3,7 @@
 #include <libxml/globals.h>
 #include <libxml/parser.h>
 
+#include <array>
 #include <cstring>
 #include <new>
 
@@ -65,6 +66,7 @@ void initialise() {
 
 DocPtr newDocument() {
     initialise();
+    const QuietErrors quiet;
     DocPtr doc(xmlNewDoc(chars("1.0")));
     if (doc == nullptr) {
         throw std::bad_alloc();
@@ -123,31 +125,16 @@ void setContent(xmlNode* node, std::string_view content) {
     }
     // The new content may be part of the old one: copy first, release then. Inline to inline may overlap.
     if (place == inlineContent(node)) {
-        char copy[inlineCapacity] = {};
-        content.copy(copy, content.size());
+        std::array<char, inlineCapacity> copy{};
+        content.copy(copy.data(), content.size());
         releaseContent(node);
-        std::memcpy(place, copy, inlineCapacity);
+        std::memcpy(place, copy.data(), copy.size());
     } else {
         content.copy(reinterpret_cast<char*>(place), content.size());
         place[content.size()] = 0;
         releaseContent(node);
     }
     node->content = place;
-}
-
-std::string_view attributeValue(const xmlAttr* attribute, std::string& buffer) {
-    const xmlNode* const first = attribute->children;
-    if (first == nullptr) {
-        return {};
-    }
-    if (first->next == nullptr) {
-        return view(first->content);
-    }
-    buffer.clear();
-    for (const xmlNode* piece = first; piece != nullptr; piece = piece->next) {
-        buffer += view(piece->content);
-    }
-    return buffer;
 }
 
 void setAttributeValue(xmlAttr* attribute, std::string_view value) {

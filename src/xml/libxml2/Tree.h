@@ -86,8 +86,10 @@ void initialise();
 [[nodiscard]] xmlNode* newText(xmlDoc* doc, std::string_view content);
 /// Replaces the content of a text, CDATA section, comment or instruction. Throws std::bad_alloc.
 void setContent(xmlNode* node, std::string_view content);
-/// The value of an attribute; `buffer` is used when it is not in one piece.
-[[nodiscard]] std::string_view attributeValue(const xmlAttr* attribute, std::string& buffer);
+/// The value of an attribute. It has one text at most: there are no entities that could part it.
+[[nodiscard]] inline std::string_view attributeValue(const xmlAttr* attribute) noexcept {
+    return attribute->children == nullptr ? std::string_view{} : view(attribute->children->content);
+}
 /// The value of an attribute becomes this one text. Throws std::bad_alloc.
 void setAttributeValue(xmlAttr* attribute, std::string_view value);
 

@@ -24,7 +24,6 @@ class Visit {
     NodeVisitor& visitor_;
     std::vector<AttributeView> attributes_;
     std::string names_;  ///< names with prefixes, which the tree has in two pieces; never grows while views on it live
-    std::vector<std::string> values_;  ///< values that the tree has in several pieces
 };
 
 std::size_t roomFor(std::string_view prefix, std::string_view name) noexcept {
@@ -82,14 +81,10 @@ void Visit::addDeclarations(const xmlNode* element) {
 
 void Visit::addAttributes(const xmlNode* element) {
     for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
-        std::string pieces;
-        std::string_view value = tree::attributeValue(attribute, pieces);
-        if (!pieces.empty()) {
-            value = values_.emplace_back(std::move(pieces));
-        }
         const std::string_view prefix = tree::namespacePrefix(attribute->ns);
         const std::string_view name = view(attribute->name);
-        attributes_.push_back({qualified(prefix, name), prefix, name, tree::namespaceUri(attribute->ns), value});
+        attributes_.push_back({qualified(prefix, name), prefix, name, tree::namespaceUri(attribute->ns),
+                               tree::attributeValue(attribute)});
     }
 }
 
@@ -98,7 +93,6 @@ bool Visit::enter(const xmlNode* node) {
         case XML_ELEMENT_NODE: {
             ElementView element = elementView(node);
             attributes_.clear();
-            values_.clear();
             addDeclarations(node);
             addAttributes(node);
             element.attributes = attributes_;

@@ -1,0 +1,91 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "method/MethodText.h"
+#include "method/SmallSet.h"
+
+namespace vrn::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class ReaderTest : public SmallSetTest {};
+
+TEST(Escaping, BothWays) {
+    EXPECT_EQ(method::ConvertDescription(R"(<&lt;"'>)"), "&lt;&amp;lt;&quot;&apos;&gt;");
+    EXPECT_EQ(method::ReverseDescription("&lt;&amp;lt;&quot;&apos;&gt;&amp;amp;"), R"(<&lt;"'>&amp;)");
+}
+
+TEST_F(ReaderTest, DescriptionLines) {
+    loadSteps({"IDLE()"}, {" a &amp;amp; b ", "", "&amp;lt; &amp;amp;lt; &lt;", "<x>1</x><!-- no -->2"});
+    EXPECT_EQ(state().txtMethodDescription.text(), "a & b\r\n\r\n< &lt; <\r\n12\r\n");
+    EXPECT_FALSE(state().IsChanged);
+}
+
+TEST_F(ReaderTest, SyringeIsSelectedByItsText) {
+    load(smallSet({"IDLE()"}, "5&lt;&amp;uL"));
+    EXPECT_EQ(state().cboSyringe.listIndex(), 1);
+    box->shown.clear();
+    for (const std::string syringe : {"10UL", "", "11uL"}) {
+        load(smallSet({"COUNT(2)"}, syringe));
+        EXPECT_EQ(state().cboSyringe.listIndex(), controls::noSelection);
+        EXPECT_EQ(box->shown.back().text, "Unable to retreive syrsize from method");
+        EXPECT_EQ(box->shown.back().style, 64);
+        EXPECT_THAT(rows(), ElementsAre("01 COUNT"));
+    }
+    EXPECT_THAT(errors, IsEmpty());
+}
+
+TEST_F(ReaderTest, UnknownCycleEndsTheReading) {
+    loadSteps({"COUNT(1)", "COUNT(2)", "count(3)", "COUNT(4)"});
+    EXPECT_THAT(rows(), ElementsAre("01 COUNT", "02 COUNT"));
+    EXPECT_THAT(steps(), ElementsAre("COUNT(1)", "COUNT(2)"));
+    EXPECT_THAT(errorTexts(), ElementsAre("-2147220504 FillMethod |Cycle does not exist."));
+    EXPECT_TRUE(state().cmdDelete.enabled() && state().cmdReplace.enabled());
+    EXPECT_EQ(state().lstMethodMacroList.listIndex(), 0);
+    EXPECT_THAT(gridValues(), ElementsAre("1"));
+
+    load(smallSet({"NONE(1)"}));
+    EXPECT_EQ(box->shown.back().text, "Cycle NONE does not exist.");
+    EXPECT_EQ(box->shown.back().style, 16);
+    EXPECT_THAT(steps(), ElementsAre(""));
+    EXPECT_FALSE(state().cmdDelete.enabled() || state().cmdReplace.enabled());
+}
+
+TEST_F(ReaderTest, StepThatIsNoCallEndsTheReading) {
+    for (const std::string step : {"COUNT", "COUNT(3", "COUNT)3("}) {
+        errors.clear();
+        loadSteps({"COUNT(1)", step, "COUNT(4)"});
+        EXPECT_THAT(errorTexts(), ElementsAre("5 FillMethod |Invalid procedure call or argument"));
+        EXPECT_THAT(rows(), ElementsAre("01 COUNT"));
+        EXPECT_THAT(steps(), ElementsAre("COUNT(1)"));
+        EXPECT_EQ(state().lstMethodMacroList.listIndex(), 0);
+        EXPECT_THAT(box->shown, IsEmpty());
+    }
+}
+
+TEST_F(ReaderTest, EmptyStepsArePassedOver) {
+    loadSteps({"", "COUNT(1)", " ", "<!-- x -->", "COUNT(2)"});
+    EXPECT_THAT(rows(), ElementsAre("01 COUNT", "02 COUNT"));
+    EXPECT_THAT(state().colMethodMacroValues, ElementsAre("COUNT(1)", "COUNT(2)"));
+    loadSteps({"COUNT(3)"});
+    EXPECT_THAT(state().colMethodMacroValues, ElementsAre("COUNT(3)"));
+}
+
+TEST_F(ReaderTest, ValuesBetweenTheFirstParentheses) {
+    loadSteps({"WASH(5,W1,)x)", "COUNT()", "NOTE(,)"});
+    EXPECT_EQ(*state().arrMethodMacros[0].MacroValues, (std::vector<std::string>{"5", "W1", ""}));
+    EXPECT_FALSE(state().arrMethodMacros[1].MacroValues);
+    EXPECT_EQ(*state().arrMethodMacros[2].MacroValues, (std::vector<std::string>{"", ""}));
+}
+
+TEST_F(ReaderTest, RowsAreNumberedWithAtLeastTwoDigits) {
+    loadSteps(std::vector<std::string>(100, "IDLE()"));
+    EXPECT_EQ(rows()[0], "01 IDLE");
+    EXPECT_EQ(rows()[9], "10 IDLE");
+    EXPECT_EQ(rows()[99], "100 IDLE");
+}
+
+}  // namespace
+}  // namespace vrn::test
