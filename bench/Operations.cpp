@@ -64,8 +64,9 @@ void selectOther(VRN_MethodEditor& editor) {
 void add(std::string_view operation, Dimension dimension, std::string_view dimensionName, std::size_t size,
          void (*measure)(benchmark::State&, const DocumentSet&)) {
     const auto name = std::string(operation) + "/" + std::string(dimensionName) + "/" + std::to_string(size);
-    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& run) { measure(run, documentSet(dimension, size)); })
-        ->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& run) {
+        measure(run, documentSet(dimension, size));
+    })->Unit(benchmark::kMicrosecond);
 }
 
 }  // namespace
@@ -77,21 +78,21 @@ void registerOperations() {
             add("SetXmlDocuments", dimension, name, size, measureLoad);
             add("BareRoundTrip", dimension, name, size, measureBareRoundTrip);
             add("GetMethodXml", dimension, name, size, [](benchmark::State& run, const DocumentSet& set) {
-                measureLoaded(run, set, [](VRN_MethodEditor& editor) { benchmark::DoNotOptimize(editor.GetMethodXml()); });
+                measureLoaded(run, set,
+                              [](VRN_MethodEditor& editor) { benchmark::DoNotOptimize(editor.GetMethodXml()); });
             });
             add("MethodIsChanged", dimension, name, size, [](benchmark::State& run, const DocumentSet& set) {
                 measureLoaded(run, set,
                               [](VRN_MethodEditor& editor) { benchmark::DoNotOptimize(editor.MethodIsChanged()); });
             });
             add("AuditTrail", dimension, name, size, [](benchmark::State& run, const DocumentSet& set) {
-                measureLoaded(run, set, [](VRN_MethodEditor& editor) { benchmark::DoNotOptimize(editor.AuditTrail()); });
+                measureLoaded(run, set,
+                              [](VRN_MethodEditor& editor) { benchmark::DoNotOptimize(editor.AuditTrail()); });
             });
-            add("InsertAndDelete", dimension, name, size, [](benchmark::State& run, const DocumentSet& set) {
-                measureLoaded(run, set, insertAndDelete);
-            });
-            add("ListSelection", dimension, name, size, [](benchmark::State& run, const DocumentSet& set) {
-                measureLoaded(run, set, selectOther);
-            });
+            add("InsertAndDelete", dimension, name, size,
+                [](benchmark::State& run, const DocumentSet& set) { measureLoaded(run, set, insertAndDelete); });
+            add("ListSelection", dimension, name, size,
+                [](benchmark::State& run, const DocumentSet& set) { measureLoaded(run, set, selectOther); });
         }
     }
 }

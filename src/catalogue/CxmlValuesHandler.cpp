@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "catalogue/NameSearch.h"
 #include "errors/Handlers.h"
 #include "text/Lists.h"
 
@@ -175,24 +176,15 @@ void CxmlValuesHandler::collectUnits(const xml::Node& macro, std::string& types)
 std::string CxmlValuesHandler::UnitsInOneMacro(const std::string& macroNames, const xml::Document& catalogue) {
     return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.UnitsInOneMacro ", [&] {
         unitsList_.clear();
-        std::string types;
-        std::string remaining = macroNames;
+        // The macros themselves are kept over the calls of the service: a host may load other documents from there.
+        std::vector<xml::Node> selected;
         const auto& index = macros(catalogue);
-        for (std::size_t i = 0; i < index.macros().size(); ++i) {
-            const auto& name = index.names()[i];
-            if (!name) {
-                errors::throwObjectNotSet();
-            }
-            if (text::contains(remaining, *name)) {
-                collectUnits(index.macros()[i], types);
-                text::replaceAll(remaining, *name, "");
-            }
-            if (remaining.starts_with(';')) {
-                remaining.erase(0, 1);
-            }
-            if (remaining.empty()) {
-                break;
-            }
+        for (const auto position : macrosNamedIn(macroNames, index)) {
+            selected.push_back(index.macros()[position]);
+        }
+        std::string types;
+        for (const auto& macro : selected) {
+            collectUnits(macro, types);
         }
         return unitsList_ + ";" + CleanRepetition(types);
     });

@@ -59,9 +59,12 @@ std::vector<xml::Node> childrenNamed(const xml::Node& parent, std::string_view n
     return found;
 }
 
+bool isPlainName(std::string_view name) noexcept {
+    return !name.empty() && name.size() <= longestPlainName && !text::contains(name, ";");
+}
+
 MacroIndex::MacroIndex(const xml::Document& macros) : firstNameless_(never) {
     const auto root = macros.node().child("Macros");
-    hasRoot_ = static_cast<bool>(root);
     macros_ = childrenNamed(root, "Macro");
     names_.reserve(macros_.size());
     byName_.reserve(macros_.size());
@@ -70,13 +73,21 @@ MacroIndex::MacroIndex(const xml::Document& macros) : firstNameless_(never) {
         names_.push_back(textOf(nameNode));
         if (!names_.back()) {
             firstNameless_ = std::min(firstNameless_, i);
+            namesArePlain_ = false;
             continue;
         }
         const bool isFirst = byName_.try_emplace(*names_.back(), i).second;
+        namesArePlain_ = namesArePlain_ && isFirst && isPlainName(*names_.back());
+        longestName_ = std::max(longestName_, names_.back()->size());
         if (auto value = nameNode.stringValue(); !isFirst || value != *names_.back()) {
             byStringValue_.try_emplace(std::move(value), i);
         }
     }
+}
+
+std::optional<std::size_t> MacroIndex::position(std::string_view name) const {
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? std::nullopt : std::optional(found->second);
 }
 
 xml::Node MacroIndex::find(const std::string& name) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,11 @@
 #include "xml/Dom.h"
 
 namespace vrn::catalogue {
+
+/// A name that list texts hold as it stands, and short enough to be looked for piece by piece: the pieces of a text grow with the
+/// square of its length.
+inline constexpr std::size_t longestPlainName = 128;
+[[nodiscard]] bool isPlainName(std::string_view name) noexcept;
 
 /// The macros of the catalogue by name.
 class MacroIndex {
@@ -26,16 +32,24 @@ class MacroIndex {
     [[nodiscard]] const std::vector<xml::Node>& macros() const noexcept { return macros_; }
     /// Name of each macro; nothing for one without.
     [[nodiscard]] const std::vector<std::optional<std::string>>& names() const noexcept { return names_; }
-    /// Whether the document has the root element that holds macros.
-    [[nodiscard]] bool hasRoot() const noexcept { return hasRoot_; }
+    /// Position of the first macro with exactly this name.
+    [[nodiscard]] std::optional<std::size_t> position(std::string_view name) const;
+    /// Whether every macro has a plain name, no two the same.
+    [[nodiscard]] bool namesArePlain() const noexcept { return namesArePlain_; }
+    [[nodiscard]] std::size_t longestName() const noexcept { return longestName_; }
 
   private:
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+    };
     std::vector<xml::Node> macros_;
     std::vector<std::optional<std::string>> names_;
-    std::unordered_map<std::string, std::size_t> byName_;
+    std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> byName_;
     std::unordered_map<std::string, std::size_t> byStringValue_;  ///< names that trimming changes or that come again
     std::size_t firstNameless_;
-    bool hasRoot_ = false;
+    std::size_t longestName_ = 0;
+    bool namesArePlain_ = true;
 };
 
 /// The objects of the object list by type and name.

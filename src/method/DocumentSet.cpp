@@ -1,5 +1,8 @@
 #include "method/DocumentSet.h"
 
+#include <array>
+#include <functional>
+
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterGrid.h"
 #include "method/Enabling.h"
@@ -61,14 +64,22 @@ void showEmptyMethod(EditorState& state) {
     EnableStepButtons(state, false);
 }
 
-void showMethod(EditorState& state) {
-    const auto verification = VerifyLoadedMethod(state, state.domMethod);
-    if (verification.isUnsupported) {
+void showVerified(EditorState& state, const VerificationResult& verification) {
+    if (verification.code != 0) {
+        state.MethodEditorError.raise(errors::vrnMethEdErrorInvalidXML, verification.errorText, "SetXmlDocuments ");
+    } else if (verification.isUnsupported) {
         // Shown and then filled like a verified one: what a later version writes is readable as a rule.
         messageBox(state, "Unsupported document version :" + verification.unsupportedVersion, errors::styleInformation);
     }
+}
+
+void showMethod(EditorState& state, const std::function<bool()>& superseded) {
+    const auto verification = VerifyLoadedMethod(state, state.domMethod);
+    showVerified(state, verification);
+    if (superseded()) {
+        return;
+    }
     if (verification.code != 0) {
-        state.MethodEditorError.raise(errors::vrnMethEdErrorInvalidXML, verification.errorText, "SetXmlDocuments ");
         state.domMethod = xml::Document();
     } else if (!state.booDisable) {
         state.cmdDefCycle.setEnabled(true);
@@ -80,31 +91,48 @@ void showMethod(EditorState& state) {
     FillMethod(state);
 }
 
+void takeMethod(EditorState& state, std::string_view domMethod, const std::function<bool()>& superseded) {
+    state.domMethod = xml::Document();
+    state.domMethodBaseline = xml::Document();
+    if (domMethod.empty()) {
+        showEmptyMethod(state);
+        return;
+    }
+    // Parsed once: the baseline is a copy.
+    state.domMethod.loadXML(domMethod);
+    state.domMethodBaseline.load(state.domMethod);
+    if (!reportParseError(state, state.domMethod, "Error parsing method xml")) {
+        showMethod(state, superseded);
+    }
+}
+
 }  // namespace
 
 void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string_view domlatestKex,
                      std::string_view domMethod, std::string_view domConfig) noexcept {
     standardHandler(state, "SetXmlDocuments ", [&] {
-        DisableMethod(state, false);
-        clearScreen(state);
-        state.xmlValues->forget();
-        loadDocument(state, state.domlatestKex, domlatestKex, "Error parsing Latest_KEX.xml");
-        loadDocument(state, state.domMacros, domMacros, "Error parsing Macro xml");
-        requireCatalogues(state);
-        loadDocument(state, state.domConfig, domConfig, "Error parsing config xml");
-        state.domMethod = xml::Document();
-        state.domMethodBaseline = xml::Document();
-        if (domMethod.empty()) {
-            showEmptyMethod(state);
-        } else {
-            // Parsed once: the baseline is a copy.
-            state.domMethod.loadXML(domMethod);
-            state.domMethodBaseline.load(state.domMethod);
-            if (!reportParseError(state, state.domMethod, "Error parsing method xml")) {
-                showMethod(state);
+        // Messages and events reach the host, which may hand over other documents from there: the load begun last counts.
+        const auto load = ++state.lngLoads;
+        const auto superseded = [&state, load] { return state.lngLoads != load; };
+        const std::array<std::function<void()>, 7> steps{
+            [&] {
+                DisableMethod(state, false);
+                clearScreen(state);
+                state.xmlValues->forget();
+            },
+            [&] { loadDocument(state, state.domlatestKex, domlatestKex, "Error parsing Latest_KEX.xml"); },
+            [&] { loadDocument(state, state.domMacros, domMacros, "Error parsing Macro xml"); },
+            [&] { requireCatalogues(state); },
+            [&] { loadDocument(state, state.domConfig, domConfig, "Error parsing config xml"); },
+            [&] { takeMethod(state, domMethod, superseded); },
+            [&] { UpdateCycleDateLabel(state, state.domMethod); },
+        };
+        for (const auto& step : steps) {
+            step();
+            if (superseded()) {
+                return;
             }
         }
-        UpdateCycleDateLabel(state, state.domMethod);
     });
 }
 

@@ -73,6 +73,8 @@ struct EditorState {
     /// The user changed a value since the grid was filled, and neither inserted nor replaced.
     bool booUnsavedEdits = false;
 
+    std::uint32_t lngLoads = 0;  ///< how many loads have begun
+
     // The sequence: entry i is line i of the list. An empty sequence is one empty entry.
     std::vector<MethodMacroEntry> arrMethodMacros{1};
     std::vector<std::string> colMethodMacroValues;  ///< the steps' texts as read

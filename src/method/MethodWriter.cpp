@@ -1,6 +1,7 @@
 #include "method/MethodWriter.h"
 
 #include "catalogue/CxmlValuesHandler.h"
+#include "catalogue/NameSearch.h"
 #include "catalogue/ParameterDefinition.h"
 #include "method/MethodText.h"
 #include "method/Timestamps.h"
@@ -71,21 +72,11 @@ Sequence sequenceOf(const EditorState& state) {
     return sequence;
 }
 
-// The names for the units list: one that is part of those before it adds nothing.
-std::string namesForUnits(const std::string& names) {
-    std::string collected;
-    for (const auto& name : text::split(names, ";")) {
-        if (!text::contains(collected, name)) {
-            collected += (collected.empty() ? "" : ";") + name;
-        }
-    }
-    return collected;
-}
-
 std::string assemble(EditorState& state, const Sequence& sequence) {
     std::string configObjects;
     const auto macroData = MacrosData(state, sequence.names, sequence.udons, configObjects);
-    state.strUnits = state.xmlValues->UnitsInOneMacro(namesForUnits(sequence.names), state.domMacros);
+    state.strUnits = state.xmlValues->UnitsInOneMacro(
+        catalogue::withoutContainedNames(text::split(sequence.names, ";")), state.domMacros);
     state.strSlConfig.clear();
     if (!configObjects.empty()) {
         state.strSlConfig = "<SLCONFIG>\r\n" + configObjects + "</SLCONFIG>\r\n";

@@ -28,4 +28,19 @@ Services embeddedServices() {
     return services;
 }
 
+Services withEmbeddedDefaults(Services services) {
+    const auto fill = [](auto& place, auto& standard) {
+        if (!place) {
+            place = std::move(standard);
+        }
+    };
+    auto embedded = embeddedServices();
+    fill(services.instrument, embedded.instrument);
+    fill(services.messageBox, embedded.messageBox);
+    fill(services.locale, embedded.locale);
+    fill(services.createSignatureV4, embedded.createSignatureV4);
+    fill(services.createSignatureV23, embedded.createSignatureV23);
+    return services;
+}
+
 }  // namespace vrn::services

@@ -23,4 +23,7 @@ struct Services {
 /// The embedded defaults. Their message box shows nothing and answers OK: an editor without windows has nobody to ask.
 [[nodiscard]] Services embeddedServices();
 
+/// The services with the embedded default in every place that is empty.
+[[nodiscard]] Services withEmbeddedDefaults(Services services);
+
 }  // namespace vrn::services

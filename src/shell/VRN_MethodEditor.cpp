@@ -23,7 +23,7 @@ constexpr int gridRowHeight = 175;  // the grid's default, in its own units
 }  // namespace
 
 VRN_MethodEditor::VRN_MethodEditor(services::Services services) : state_(std::make_unique<method::EditorState>()) {
-    state_->services = std::move(services);
+    state_->services = services::withEmbeddedDefaults(std::move(services));
     UserControl_Initialize();
 }
 

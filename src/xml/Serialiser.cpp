@@ -122,11 +122,18 @@ void appendCData(std::string& out, std::string_view text) {
     constexpr std::string_view opening = "<![CDATA[";
     constexpr std::string_view closing = "]]>";
     out += opening;
-    for (std::size_t end = text.find(closing); end != std::string_view::npos; end = text.find(closing)) {
-        out.append(text.substr(0, end + 2)).append(closing).append(opening);
-        text.remove_prefix(end + 2);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text.substr(at).starts_with(closing)) {
+            out.append("]]").append(closing).append(opening).append(">");
+            at += closing.size() - 1;
+        } else if (text[at] == '\r') {
+            // A section cannot hold it: a parse would make it LF.
+            out.append(closing).append("&#13;").append(opening);
+        } else {
+            out.push_back(text[at]);
+        }
     }
-    out.append(text).append(closing);
+    out += closing;
 }
 
 }  // namespace vrn::xml

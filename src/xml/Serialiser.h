@@ -16,7 +16,7 @@ namespace vrn::xml {
 /// Character data as it stands in XML text between tags: "&", "<", ">" and CR escaped, white-space-only text protected.
 void appendEscapedText(std::string& out, std::string_view text);
 
-/// A CDATA section; "]]>" inside is split over two sections so that no character is lost.
+/// A CDATA section; where the text holds "]]>" or CR it becomes more than one, so that no character is lost.
 void appendCData(std::string& out, std::string_view text);
 
 }  // namespace vrn::xml

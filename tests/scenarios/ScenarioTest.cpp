@@ -108,8 +108,7 @@ std::vector<std::string> scenarios() {
     return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(Sessions, Scenario, testing::ValuesIn(scenarios()), [](const auto& test) {
-    return replaced(test.param, "-", "_");
-});
+INSTANTIATE_TEST_SUITE_P(Sessions, Scenario, testing::ValuesIn(scenarios()),
+                         [](const auto& test) { return replaced(test.param, "-", "_"); });
 
 }  // namespace

@@ -25,8 +25,9 @@ void addHost(CLI::App& app) {
 
 void addKey(CLI::App& app) {
     auto* const key = app.add_subcommand("key", "Print the key of method signatures, as standard verifiers want it");
-    key->footer("The key is public: a signature shows that a method was changed outside the editor, not who changed it.\n"
-                "Example: vrnmethod key > key.txt && xmlsec1 --verify --hmackey:vrnMethodEditor key.txt METHOD.xml");
+    key->footer(
+        "The key is public: a signature shows that a method was changed outside the editor, not who changed it.\n"
+        "Example: vrnmethod key > key.txt && xmlsec1 --verify --hmackey:vrnMethodEditor key.txt METHOD.xml");
     key->callback([] {
         vrn::services::EmbeddedSignatureV4 component;
         std::cout << vrn::services::signatureKeyV4(component) << std::flush;

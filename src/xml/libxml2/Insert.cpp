@@ -74,13 +74,13 @@ void requireFragmentPlace(const xmlNode* fragment, const xmlNode* parent, const 
     require(parent->type != XML_DOCUMENT_NODE || elements <= 1);
 }
 
-// A new element that repeats the default namespace of its parent needs no declaration of its own. The declaration itself stays
-// until the document goes: elements that were taken out of this one may still be in its namespace.
+// An element that repeats the default namespace of its parent needs no declaration of its own. The declaration itself stays until
+// the document goes: elements below this one, and some that were taken out of it, are in its namespace.
 void dropRepeatedDeclaration(Node::Owner& owner, xmlNode* child) noexcept {
     const xmlNode* const parent = child->parent;
     xmlNs* const declared = child->type == XML_ELEMENT_NODE ? child->nsDef : nullptr;
     if (declared == nullptr || declared != child->ns || declared->next != nullptr || declared->prefix != nullptr ||
-        child->children != nullptr || owner.limbo == nullptr) {
+        owner.limbo == nullptr) {
         return;
     }
     const bool repeated = parent->type == XML_ELEMENT_NODE && parent->ns != nullptr && parent->ns->prefix == nullptr &&
