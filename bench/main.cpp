@@ -25,6 +25,7 @@ int run(int argc, char** argv) {
                                        "--benchmark_report_aggregates_only=false"};
     arguments.insert(arguments.end(), argv + 1, argv + argc);
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size());
     for (auto& argument : arguments) {
         pointers.push_back(argument.data());
     }

@@ -14,7 +14,7 @@ constexpr std::string_view rootName = "MethodAuditTrail";
 // The root's child of this name; it and the root are made when they are missing.
 xml::Node childOfRoot(const method::EditorState& state, const xml::Document& audit, std::string_view element) {
     const auto path = std::string(rootName) + "/" + std::string(element);
-    if (const auto found = audit.selectSingleNode(path)) {
+    if (auto found = audit.selectSingleNode(path)) {
         return found;
     }
     if (!audit.selectSingleNode(rootName)) {

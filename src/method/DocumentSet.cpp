@@ -74,7 +74,7 @@ void showVerified(EditorState& state, const VerificationResult& verification) {
 }
 
 void showMethod(EditorState& state, const std::function<bool()>& superseded) {
-    const auto verification = VerifyLoadedMethod(state, state.domMethod);
+    const auto verification = VerifyLoadedMethod(state);
     showVerified(state, verification);
     if (superseded()) {
         return;
@@ -98,9 +98,9 @@ void takeMethod(EditorState& state, std::string_view domMethod, const std::funct
         showEmptyMethod(state);
         return;
     }
-    // Parsed once: the baseline is a copy.
+    // Parsed once: method and baseline are one document until something is written into the method.
     state.domMethod.loadXML(domMethod);
-    state.domMethodBaseline.load(state.domMethod);
+    state.domMethodBaseline = state.domMethod;
     if (!reportParseError(state, state.domMethod, "Error parsing method xml")) {
         showMethod(state, superseded);
     }

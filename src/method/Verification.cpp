@@ -75,7 +75,8 @@ std::string MethodFingerprint(const EditorState& state, const xml::Document& met
     return component->signatureValue(method, services::signatureKeyV4(*component), methodPath);
 }
 
-VerificationResult VerifyLoadedMethod(const EditorState& state, const xml::Document& method) {
+VerificationResult VerifyLoadedMethod(EditorState& state) {
+    auto& method = state.domMethod;
     const auto versionNode = method.selectSingleNode("Method/VERSION");
     if (!versionNode) {
         const auto component = state.services.createSignatureV23();
@@ -84,6 +85,10 @@ VerificationResult VerifyLoadedMethod(const EditorState& state, const xml::Docum
     VerificationResult result;
     const auto version = versionAsShown(versionNode.typedValue());
     if (version == "2" || version == "3") {
+        // The check adds to the method. The baseline, which shares the document so far, stays as the host handed it over.
+        xml::Document own;
+        own.load(method);
+        method = std::move(own);
         result.code = Verify_Guid_Signiture(state, method, result.errorText);
     } else if (version == "4") {
         result.code = VerifyMethod_v4(state, method, result.errorText) ? 0 : notIntact;

@@ -31,7 +31,7 @@ struct VerificationResult {
     bool isUnsupported = false;
 };
 
-/// Verifies a loaded method by its version. -4 is the code of a version-4 method that is not intact.
-[[nodiscard]] VerificationResult VerifyLoadedMethod(const EditorState& state, const xml::Document& method);
+/// Verifies `domMethod` by its version. -4 is the code of a version-4 method that is not intact.
+[[nodiscard]] VerificationResult VerifyLoadedMethod(EditorState& state);
 
 }  // namespace vrn::method

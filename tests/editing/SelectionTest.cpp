@@ -8,7 +8,6 @@ namespace vrn::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class SelectionTest : public SmallSetTest {};

@@ -8,7 +8,6 @@ namespace vrn::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(ParameterIndexes, EntriesAreReadAsNumbers) {
     const method::ParamIndexes indexes({"x", " 2.0 ", "", "0.5"});

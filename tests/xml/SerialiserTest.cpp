@@ -38,7 +38,7 @@ TEST(Serialiser, ProtectsWhiteSpaceThatIsAText) {
 TEST(Serialiser, SplitsCDataThatHoldsItsEnd) {
     EXPECT_EQ(cdata(""), "<![CDATA[]]>");
     EXPECT_EQ(cdata("a]]>b"), "<![CDATA[a]]]]><![CDATA[>b]]>");
-    for (const std::string text : {"]]>", "]]]>]>", "]]>]]>", "x]]", ">"}) {
+    for (const std::string text : {"]]>", "]]]>]>", "]]>]]>", "x]]", ">", "\rx\r\n", " \r", "\r]]>\r"}) {
         EXPECT_EQ(loaded("<a>" + cdata(text) + "</a>").documentElement().text(), text);
     }
 }

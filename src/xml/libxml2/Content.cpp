@@ -20,7 +20,8 @@ bool hasOwnContent(const xmlNode* node) noexcept {
            node->type == XML_PI_NODE;
 }
 
-// The text of all descendants, and which part of it no trimming may touch: from the first CDATA section to the last.
+// The text of all descendants, and which part of it no trimming may touch: from the first CDATA section to the last, empty ones
+// too, since a section that had to be parted may begin or end with one.
 struct Collected {
     std::string text;
     std::size_t keepFrom = std::string::npos;
@@ -38,7 +39,7 @@ Collected collect(const xmlNode* top) {
         if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE) {
             const std::size_t start = collected.text.size();
             collected.text += view(node->content);
-            if (node->type == XML_CDATA_SECTION_NODE && collected.text.size() > start) {
+            if (node->type == XML_CDATA_SECTION_NODE) {
                 collected.keepFrom = std::min(collected.keepFrom, start);
                 collected.keepTo = collected.text.size();
             }
