@@ -2,6 +2,7 @@
 // start would give, failures at malformed entries included.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -17,6 +18,7 @@ namespace vrn::catalogue {
 /// A name that list texts hold as it stands, and short enough to be looked for piece by piece: the pieces of a text grow with the
 /// square of its length.
 inline constexpr std::size_t longestPlainName = 128;
+using NameLengths = std::bitset<longestPlainName + 1>;
 [[nodiscard]] bool isPlainName(std::string_view name) noexcept;
 
 /// The macros of the catalogue by name.
@@ -36,7 +38,8 @@ class MacroIndex {
     [[nodiscard]] std::optional<std::size_t> position(std::string_view name) const;
     /// Whether every macro has a plain name, no two the same.
     [[nodiscard]] bool namesArePlain() const noexcept { return namesArePlain_; }
-    [[nodiscard]] std::size_t longestName() const noexcept { return longestName_; }
+    /// Which lengths plain names have: pieces of other lengths are none.
+    [[nodiscard]] const NameLengths& nameLengths() const noexcept { return nameLengths_; }
 
   private:
     struct TextHash {
@@ -48,7 +51,7 @@ class MacroIndex {
     std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> byName_;
     std::unordered_map<std::string, std::size_t> byStringValue_;  ///< names that trimming changes or that come again
     std::size_t firstNameless_;
-    std::size_t longestName_ = 0;
+    NameLengths nameLengths_;
     bool namesArePlain_ = true;
 };
 

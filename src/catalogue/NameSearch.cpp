@@ -13,12 +13,11 @@ namespace vrn::catalogue {
 
 namespace {
 
-// Calls `meet` with every piece of the text that is no longer than `longest`.
+// Calls `meet` with every piece of the text that has one of these lengths.
 template <typename Meet>
-void forEachPiece(std::string_view text, std::size_t longest, Meet&& meet) {
-    for (std::size_t begin = 0; begin < text.size(); ++begin) {
-        const auto lengths = std::min(longest, text.size() - begin);
-        for (std::size_t length = 1; length <= lengths; ++length) {
+void forEachPiece(std::string_view text, const NameLengths& wanted, Meet&& meet) {
+    for (std::size_t length = 1; length <= std::min(longestPlainName, text.size()); ++length) {
+        for (std::size_t begin = 0; wanted[length] && begin + length <= text.size(); ++begin) {
             meet(text.substr(begin, length));
         }
     }
@@ -50,7 +49,7 @@ std::vector<std::size_t> walk(std::string remaining, const MacroIndex& macros) {
 std::vector<std::size_t> selectPiecewise(std::vector<std::string> items, const MacroIndex& macros) {
     std::map<std::size_t, std::vector<std::size_t>> waiting;  // items by the position of the macro whose name they hold
     const auto look = [&](std::size_t item, std::size_t from) {
-        forEachPiece(items[item], macros.longestName(), [&](std::string_view piece) {
+        forEachPiece(items[item], macros.nameLengths(), [&](std::string_view piece) {
             if (const auto position = macros.position(piece); position && *position >= from) {
                 waiting[*position].push_back(item);
             }
@@ -93,9 +92,11 @@ std::vector<std::size_t> macrosNamedIn(const std::string& names, const MacroInde
 
 std::string withoutContainedNames(const std::vector<std::string>& names) {
     const std::unordered_set<std::string_view> known(names.begin(), names.end());
-    std::size_t longest = 0;
+    NameLengths lengths;
     for (const auto& name : names) {
-        longest = std::max(longest, std::min(name.size(), longestPlainName));
+        if (isPlainName(name)) {
+            lengths.set(name.size());
+        }
     }
     std::unordered_set<std::string_view> contained;
     std::string list;
@@ -105,7 +106,7 @@ std::string withoutContainedNames(const std::vector<std::string>& names) {
             continue;
         }
         list += (list.empty() ? "" : ";") + name;
-        forEachPiece(name, longest, [&](std::string_view piece) {
+        forEachPiece(name, lengths, [&](std::string_view piece) {
             if (const auto found = known.find(piece); found != known.end()) {
                 contained.insert(*found);
             }

@@ -5,7 +5,6 @@
 #include "catalogue/ParameterDefinition.h"
 #include "method/MethodText.h"
 #include "method/Timestamps.h"
-#include "method/Verification.h"
 #include "text/Lists.h"
 #include "xml/Serialiser.h"
 
@@ -106,12 +105,13 @@ std::optional<xml::Document> build(EditorState& state) {
         messageBox(state, parseErrorReport("Error parsing Method xml", method.parseError()), errors::styleError);
         return std::nullopt;
     }
-    AddAttribute(state, method, "/Method", "TimingInformationID", AddTimingInformationID(state, method));
+    MethodSigner signer(state);
+    AddAttribute(state, method, "/Method", "TimingInformationID", AddTimingInformationID(state, method, signer));
     AddAttribute(state, method, "/Method", "LastModifiedTimestamp",
                  CatalogueTimestamp(state, state.cboSelectedMacro.text()));
     AppendArgumentsNode(state, method, state.txtMethodDescription.text());
     AddUdonsToMethodDOMDocument(state, method, state.domConfig);
-    SignMethod(state, method);
+    signer.sign(method);
     return method;
 }
 

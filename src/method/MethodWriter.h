@@ -9,6 +9,7 @@
 
 #include "catalogue/Configuration.h"
 #include "method/EditorState.h"
+#include "method/Verification.h"
 
 namespace vrn::method {
 
@@ -42,7 +43,8 @@ void AddUdonsToMethodDOMDocument(EditorState& state, const xml::Document& method
                                  const xml::Document& configuration) noexcept;
 
 /// The fingerprint of the method's timing: changes with every value but those that a busy or overlap wait names.
-[[nodiscard]] std::string AddTimingInformationID(EditorState& state, const xml::Document& method) noexcept;
+[[nodiscard]] std::string AddTimingInformationID(EditorState& state, const xml::Document& method,
+                                                 MethodSigner& signer) noexcept;
 
 /// Sets an attribute on the node that the path selects; nothing when it selects none.
 void AddAttribute(const EditorState& state, const xml::Document& document, std::string_view path, std::string_view name,

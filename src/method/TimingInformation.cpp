@@ -61,7 +61,7 @@ std::string withoutValues(const std::string& step, const std::vector<std::string
 
 }  // namespace
 
-std::string AddTimingInformationID(EditorState& state, const xml::Document& method) noexcept {
+std::string AddTimingInformationID(EditorState& state, const xml::Document& method, MethodSigner& signer) noexcept {
     return standardHandler(state, "AddTimingInformationID ", [&] {
         xml::Document reduced;
         reduced.load(method);
@@ -81,7 +81,7 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
         if (const auto step = root.selectSingleNode("Macros/MacroVariable/MacroValues")) {
             step.setText(withoutValues(step.text(), indexes));
         }
-        return MethodFingerprint(state, reduced);
+        return signer.fingerprint(reduced);
     });
 }
 

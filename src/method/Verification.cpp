@@ -65,14 +65,22 @@ std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document
     });
 }
 
-void SignMethod(const EditorState& state, xml::Document& method) {
-    const auto component = state.services.createSignatureV4();
-    component->sign(method, services::signatureKeyV4(*component), methodPath);
+std::unique_ptr<services::SignatureV4> MethodSigner::newComponent() {
+    auto component = state_->services.createSignatureV4();
+    if (key_.empty()) {
+        key_ = services::signatureKeyV4(*component);
+    }
+    return component;
 }
 
-std::string MethodFingerprint(const EditorState& state, const xml::Document& method) {
-    const auto component = state.services.createSignatureV4();
-    return component->signatureValue(method, services::signatureKeyV4(*component), methodPath);
+void MethodSigner::sign(xml::Document& method) {
+    const auto component = newComponent();
+    component->sign(method, key_, methodPath);
+}
+
+std::string MethodSigner::fingerprint(const xml::Document& method) {
+    const auto component = newComponent();
+    return component->signatureValue(method, key_, methodPath);
 }
 
 VerificationResult VerifyLoadedMethod(EditorState& state) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "method/EditorState.h"
@@ -17,11 +18,21 @@ namespace vrn::method {
 [[nodiscard]] std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document& method,
                                                  std::string& errorText) noexcept;
 
-/// Signs a built method.
-void SignMethod(const EditorState& state, xml::Document& method);
+/// Signs one built method. The key is made once and kept: it costs as much as signing a small method.
+class MethodSigner {
+  public:
+    /// `state` must outlive the signer.
+    explicit MethodSigner(const EditorState& state) : state_(&state) {}
+    void sign(xml::Document& method);
+    /// The signature value that the method would get: a fingerprint of its content.
+    [[nodiscard]] std::string fingerprint(const xml::Document& method);
 
-/// The signature value that the method would get: a fingerprint of its content.
-[[nodiscard]] std::string MethodFingerprint(const EditorState& state, const xml::Document& method);
+  private:
+    [[nodiscard]] std::unique_ptr<services::SignatureV4> newComponent();
+
+    const EditorState* state_;
+    std::string key_;
+};
 
 /// What a load has to say about a method.
 struct VerificationResult {

@@ -112,8 +112,8 @@ TEST_F(OwnServicesTest, BuildsAreFingerprintedAndSignedByTheHostsComponent) {
     const auto text = built();
     EXPECT_THAT(text, HasSubstr(R"(<Method TimingInformationID="&lt;print&gt;")"));
     EXPECT_THAT(text, HasSubstr(R"( signed="yes">)"));
-    EXPECT_THAT(calls.made, ElementsAre(HasSubstr("sign GUID /GUID"), "value Method /Method " + key,
-                                        HasSubstr("sign GUID /GUID"), "sign Method /Method " + key));
+    EXPECT_THAT(calls.made,
+                ElementsAre(HasSubstr("sign GUID /GUID"), "value Method /Method " + key, "sign Method /Method " + key));
 }
 
 TEST_F(OwnServicesTest, ComponentThatFailsIsReported) {
