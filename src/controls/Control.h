@@ -103,7 +103,15 @@ class Frame final : public Control {
   public:
     Frame(std::string name, Control* container, std::string caption = {}, ControlKind kind = ControlKind::Frame)
         : Control(kind, std::move(name), container), caption_(std::move(caption)) {}
+    /// The mouse is over the frame itself, outside of what it holds.
+    std::function<void()> onMouseMove;
+
     [[nodiscard]] const std::string& caption() const noexcept { return caption_; }
+    void userMouseMove() const {
+        if (onMouseMove) {
+            onMouseMove();
+        }
+    }
 
   private:
     std::string caption_;

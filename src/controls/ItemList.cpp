@@ -113,4 +113,14 @@ UserRequest ItemList::userSelect(int index) {
     return UserRequest::Done;
 }
 
+UserRequest ListBox::userMouseDown(int button, int shift, float x, float y) {
+    if (!beginUserRequest()) {
+        return UserRequest::NotUsable;
+    }
+    if (onMouseDown) {
+        onMouseDown(button, shift, x, y);
+    }
+    return UserRequest::Done;
+}
+
 }  // namespace vrn::controls

@@ -65,6 +65,7 @@ class ListBox final : public ItemList {
 
     /// A mouse button went down: 1 left, 2 right; shift state; place in twips.
     std::function<void(int button, int shift, float x, float y)> onMouseDown;
+    UserRequest userMouseDown(int button, int shift, float x, float y);
 };
 
 class ComboBox final : public ItemList {

@@ -71,6 +71,8 @@ void VRN_MethodEditor::wireGrid() {
         // The event procedure passes failures on; here, at the control's border, they become the event.
         method::standardHandler(state, "grdMacro_OnMouseMove ", [&] { editing::grdMacro_OnMouseMove(state, row); });
     };
+    state.fraArgument.onMouseMove = [&state] { editing::HideToolTip(state); };
+    state.fraMethodEditor.onMouseMove = [&state] { editing::HideToolTip(state); };
     state.mnuUserIndex.onChoose = [&state](int index) { editing::mnuIndexItem_Click(state, index); };
 }
 

@@ -207,6 +207,11 @@ TEST_F(ValidationTest, TheHintFollowsTheMouse) {
     EXPECT_EQ(state().txtToolTip.text(), "TRAY");
     grid.userMouseMove(-1);
     EXPECT_FALSE(state().txtToolTip.visible());
+    for (const auto* const frame : {&state().fraArgument, &state().fraMethodEditor}) {
+        grid.userMouseMove(1);
+        frame->userMouseMove();
+        EXPECT_FALSE(state().txtToolTip.visible());
+    }
     grid.addRow({"Extra", "1", controls::EditStyle::Text, {}});
     grid.userMouseMove(5);
     EXPECT_EQ(errorTexts(), Texts{"9 grdMacro_OnMouseMove |Subscript out of range"});

@@ -58,7 +58,7 @@ TEST_F(SelectionTest, MouseOnTheList) {
     const auto press = [&](int button, float x, float y) {
         state().grdMacro.setCellText(1, 1, "8");
         state().txtToolTip.setVisible(true);
-        state().lstMethodMacroList.onMouseDown(button, 0, x, y);
+        EXPECT_EQ(state().lstMethodMacroList.userMouseDown(button, 0, x, y), controls::UserRequest::Done);
     };
     press(1, 10, 2.5F);
     EXPECT_THAT(gridValues(), ElementsAre("7"));
@@ -73,6 +73,9 @@ TEST_F(SelectionTest, MouseOnTheList) {
     EXPECT_EQ(state().lngListMouseY, 4);
     press(4, 0, 9);
     EXPECT_TRUE(state().txtToolTip.visible());
+    EXPECT_EQ(state().lngListMouseY, 9);
+    editor().DisableMethod(true);
+    EXPECT_EQ(state().lstMethodMacroList.userMouseDown(1, 0, 0, 1), controls::UserRequest::NotUsable);
     EXPECT_EQ(state().lngListMouseY, 9);
 }
 
