@@ -34,6 +34,16 @@ void addKey(CLI::App& app) {
     });
 }
 
+// 0 when all went well, help included; 2 when the call was at fault.
+int run(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -44,8 +54,7 @@ int main(int argc, char** argv) {
         app.require_subcommand(1);
         addHost(app);
         addKey(app);
-        CLI11_PARSE(app, argc, argv);
-        return 0;
+        return run(app, argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "vrnmethod: " << error.what() << '\n';
         return 2;
