@@ -1,6 +1,7 @@
 // The fingerprint of a method's timing.
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "catalogue/Indexes.h"
 #include "method/MethodWriter.h"
@@ -71,12 +72,16 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
         }
         std::set<std::string> arguments;
         for (const auto& atom : catalogue::childrenNamed(root.child("ATOMLINE"), "ATOM")) {
-            arguments.insert(waitArgument(atom.text()));
+            if (auto argument = waitArgument(atom.text()); !argument.empty()) {
+                arguments.insert(std::move(argument));
+            }
         }
-        const MacroDataLines lines(reduced);
         std::vector<std::string> indexes;
-        for (const auto& argument : arguments) {
-            FindIndexOfParamInMacroData(lines, argument, 1, indexes);
+        if (!arguments.empty()) {
+            const MacroDataLines lines(reduced);
+            for (const auto& argument : arguments) {
+                FindIndexOfParamInMacroData(lines, argument, 1, indexes);
+            }
         }
         if (const auto step = root.selectSingleNode("Macros/MacroVariable/MacroValues")) {
             step.setText(withoutValues(step.text(), indexes));
