@@ -19,4 +19,9 @@ using Sha256 = std::array<std::uint8_t, 32>;
 /// Whether both are equal, in time that does not depend on where they differ.
 [[nodiscard]] bool equalInConstantTime(const Sha256& a, const Sha256& b);
 
+/// Length of 32 bytes as base64: 43 digits and one "=".
+inline constexpr std::size_t base64Length = 44;
+/// What the library makes of `base64Length` digits; it may take more texts than one for the same bytes. For `fromBase64`.
+[[nodiscard]] bool decodeBase64(std::string_view digits, Sha256& value);
+
 }  // namespace vrn::services

@@ -1,10 +1,10 @@
 #include "services/Digest.h"
 
-#include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "errors/Error.h"
@@ -12,9 +12,6 @@
 namespace vrn::services {
 
 namespace {
-
-/// Length of 32 bytes as base64: 43 digits and one "=".
-constexpr std::size_t base64Length = 44;
 
 [[noreturn]] void throwLibraryFailure(const char* operation) {
     throw errors::Error(errors::number::internalError, std::string("The cryptographic library failed: ") + operation);
@@ -24,8 +21,6 @@ const unsigned char* bytes(std::string_view text) {
     // An empty view may have no address at all, which the library would take as "no key".
     return reinterpret_cast<const unsigned char*>(text.empty() ? "" : text.data());
 }
-
-bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 }  // namespace
 
@@ -57,24 +52,11 @@ std::string base64(const Sha256& value) {
     return {encoded.begin(), encoded.begin() + length};
 }
 
-std::optional<Sha256> fromBase64(std::string_view text) {
-    std::string digits;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(digits), [](char c) { return !isWhiteSpace(c); });
-    if (digits.size() != base64Length) {
-        return std::nullopt;
-    }
+bool decodeBase64(std::string_view digits, Sha256& value) {
     std::array<unsigned char, base64Length / 4 * 3> decoded{};
-    if (EVP_DecodeBlock(decoded.data(), bytes(digits), static_cast<int>(digits.size())) !=
-        static_cast<int>(decoded.size())) {
-        return std::nullopt;
-    }
-    Sha256 value{};
+    const int length = EVP_DecodeBlock(decoded.data(), bytes(digits), static_cast<int>(digits.size()));
     std::copy_n(decoded.begin(), value.size(), value.begin());
-    // The library takes "=" anywhere as zero bits and drops what a last digit holds too much; only the one text that
-    // encoding gives is a valid one.
-    return base64(value) == digits ? std::optional(value) : std::nullopt;
+    return length == static_cast<int>(decoded.size());
 }
-
-bool equalInConstantTime(const Sha256& a, const Sha256& b) { return CRYPTO_memcmp(a.data(), b.data(), a.size()) == 0; }
 
 }  // namespace vrn::services

@@ -23,10 +23,6 @@ char ansiOf(char32_t codePoint) {
     return found == high.end() ? '?' : static_cast<char>(static_cast<unsigned char>(0x80 + (found - high.begin())));
 }
 
-bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 }  // namespace
 
 std::string toAnsi(std::string_view utf8) {
@@ -46,17 +42,6 @@ std::string fromAnsi(std::string_view ansi) {
         appendCodePoint(out, byte >= 0x80 && byte < 0xA0 ? high.at(byte - 0x80U) : char32_t{byte});
     }
     return out;
-}
-
-bool equalInAnsi(std::string_view a, std::string_view b) {
-    // Equal texts are equal in any code page, and pure ASCII is its own conversion: most calls end here.
-    if (a == b) {
-        return true;
-    }
-    if (isAscii(a) && isAscii(b)) {
-        return false;
-    }
-    return toAnsi(a) == toAnsi(b);
 }
 
 }  // namespace vrn::text
