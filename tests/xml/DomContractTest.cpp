@@ -100,6 +100,12 @@ TEST(DomLoad, RefusesWhatIsNotWellFormed) {
                                         "<a>&nbsp;</a>",
                                         "<p:a/>",
                                         "<a p:b='1'/>",
+                                        "<a xmlns:p=''/>",
+                                        "<a xmlns:xml='u'/>",
+                                        "<a xmlns:xmlns='u'/>",
+                                        "<xmlns:a/>",
+                                        "<a:b:c xmlns:a='u'/>",
+                                        "<?xml version='1.0' encoding='x y'?><a/>",
                                         "<a>]]></a>",
                                         " <?xml version='1.0'?><a/>",
                                         "<a>\xFF</a>",
@@ -240,6 +246,9 @@ TEST(DomNode, KeepsAttributesInOrder) {
     a.removeAttribute("no");
     EXPECT_EQ(z.text(), "3");
     EXPECT_EQ(document.xml(), "<a xmlns:p=\"u\" p:z=\"2\" b=\"&#9;&#10;&#13;&lt;&gt;&amp;&quot;'\"/>");
+    a.removeAttribute("p:z");
+    EXPECT_EQ(a.attribute("p:z"), std::nullopt);
+    EXPECT_EQ(a.attribute("xmlns:p"), std::nullopt);
 }
 
 TEST(DomErrors, NoneIsObjectNotSet) {
@@ -276,6 +285,8 @@ TEST(DomErrors, WhatXmlCannotHoldIsRefused) {
     EXPECT_EQ(errorOf([&] { (void)document.createProcessingInstruction("XML", ""); }), 5);
     EXPECT_EQ(errorOf([&] { a.firstChild().setText("--"); }), 5);
     EXPECT_EQ(errorOf([&] { document.node().setText("x"); }), 5);
+    EXPECT_EQ(errorOf([&] { (void)document.node().attribute("x"); }), 5);
+    EXPECT_EQ(errorOf([&] { a.firstChild().setAttribute("x", "y"); }), 5);
     EXPECT_EQ(document.xml(), "<a><!--c--></a>");
     EXPECT_EQ(document.createElement("\xC3\x9C-1.\xC2\xB7").name(), "\xC3\x9C-1.\xC2\xB7");
 }

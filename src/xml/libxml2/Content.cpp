@@ -98,7 +98,7 @@ void replaceChildren(Node::Owner& owner, xmlNode* parent, std::string_view text)
 }
 
 // By qualified name, so that attributes with a prefix can be read too.
-xmlAttr* findAttribute(const xmlNode* element, std::string_view name) noexcept {
+xmlAttr* findAttribute(const xmlNode* element, std::string_view name) {
     if (element->type != XML_ELEMENT_NODE) {
         errors::throwInvalidProcedureCall();
     }
