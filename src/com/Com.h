@@ -76,6 +76,10 @@ class Variant {
     Variant& operator=(const Variant&) = delete;
 
     [[nodiscard]] const VARIANT& get() const noexcept { return value_; }
+    /// For a call that only reads, but whose declaration does not say so.
+    [[nodiscard]] VARIANT* readOnly() const noexcept { return const_cast<VARIANT*>(&value_); }
+    /// For a call that reads and writes.
+    [[nodiscard]] VARIANT& ref() noexcept { return value_; }
     [[nodiscard]] VARIANT* put() noexcept {
         VariantClear(&value_);
         return &value_;

@@ -60,8 +60,8 @@ Sha256 hmacSha256(std::string_view key, std::string_view data) {
 std::string base64(const Sha256& value) {
     std::array<char, base64Length + 1> encoded{};
     auto length = static_cast<DWORD>(encoded.size());
-    if (!CryptBinaryToStringA(value.data(), static_cast<DWORD>(value.size()),
-                              CRYPT_STRING_BASE64 | CRYPT_STRING_NOCRLF, encoded.data(), &length)) {
+    if (CryptBinaryToStringA(value.data(), static_cast<DWORD>(value.size()),
+                             CRYPT_STRING_BASE64 | CRYPT_STRING_NOCRLF, encoded.data(), &length) == FALSE) {
         throw errors::Error(errors::number::internalError, "The cryptographic library failed: base64");
     }
     return {encoded.data(), length};
@@ -70,7 +70,7 @@ std::string base64(const Sha256& value) {
 bool decodeBase64(std::string_view digits, Sha256& value) {
     auto length = static_cast<DWORD>(value.size());
     return CryptStringToBinaryA(digits.data(), static_cast<DWORD>(digits.size()), CRYPT_STRING_BASE64, value.data(),
-                                &length, nullptr, nullptr) &&
+                                &length, nullptr, nullptr) != FALSE &&
            length == value.size();
 }
 

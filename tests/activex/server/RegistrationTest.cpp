@@ -1,0 +1,159 @@
+// regsvr32 registers the control completely and takes everything away again; without it, a manifest does.
+#include <gtest/gtest.h>
+#include <olectl.h>
+
+#include <map>
+#include <vector>
+
+#include "activex/support/ControlFile.h"
+#include "com/Com.h"
+#include "text/windows/Wide.h"
+#include "vrnMethodEditor.h"
+
+namespace vrn::test {
+namespace {
+
+using com::ComPtr;
+
+// Every value below a key, by its path.
+using Values = std::map<std::string, std::string>;
+
+void collect(HKEY parent, const std::wstring& path, Values& values) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
+        return;
+    }
+    values[text::fromWide(path)] = "";  // keys without a value count too
+    std::vector<wchar_t> name(16384);
+    std::vector<BYTE> data(65536);
+    for (DWORD i = 0;; ++i) {
+        auto nameLength = static_cast<DWORD>(name.size());
+        auto size = static_cast<DWORD>(data.size());
+        if (RegEnumValueW(key, i, name.data(), &nameLength, nullptr, nullptr, data.data(), &size) != ERROR_SUCCESS) {
+            break;
+        }
+        // Only texts are written by the control; of anything else the bytes are compared.
+        const std::wstring_view value(reinterpret_cast<const wchar_t*>(data.data()), size / sizeof(wchar_t));
+        values[text::fromWide(path + L" @" + name.data())] =
+            text::fromWide(value.substr(0, value.find(L'\0')));
+    }
+    for (DWORD i = 0;; ++i) {
+        auto length = static_cast<DWORD>(name.size());
+        if (RegEnumKeyExW(key, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+            break;
+        }
+        collect(parent, path + L"\\" + name.data(), values);
+    }
+    RegCloseKey(key);
+}
+
+Values classes() {
+    Values values;
+    collect(HKEY_LOCAL_MACHINE, L"Software\\Classes", values);
+    collect(HKEY_CURRENT_USER, L"Software\\Classes", values);
+    return values;
+}
+
+// What was added, with the prefix and the folder of the control left out.
+std::string added(const Values& before, const Values& after) {
+    std::string text;
+    const std::string prefix = "Software\\Classes\\";
+    const auto folder = text::fromWide(binaryFolder());
+    for (const auto& [key, value] : after) {
+        if (before.count(key) == 0 && key.starts_with(prefix) && !(value.empty() && after.count(key + " @") != 0)) {
+            auto shown = value;
+            if (const auto at = shown.find(folder); at != std::string::npos) {
+                shown.replace(at, folder.size(), "FOLDER");
+            }
+            text += key.substr(prefix.size()) + " = " + shown + "\n";
+        }
+    }
+    return text;
+}
+
+DWORD run(std::wstring command) {
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION process{};
+    DWORD status = 1000;
+    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+        WaitForSingleObject(process.hProcess, INFINITE);
+        GetExitCodeProcess(process.hProcess, &status);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+    }
+    return status;
+}
+
+HRESULT create(const wchar_t* progId) {
+    CLSID clsid{};
+    ComPtr<IVRN_MethodEditor> control;
+    const HRESULT found = CLSIDFromProgID(progId, &clsid);
+    return FAILED(found)
+               ? found
+               : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IVRN_MethodEditor, &control);
+}
+
+TEST(Registration, IsCompleteAndUndoneWithoutATrace) {
+    const Apartment apartment;
+    const auto before = classes();
+    ASSERT_EQ(run(L"regsvr32 /s \"" + controlFile() + L"\""), 0U);
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), S_OK);
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor.1"), S_OK);
+    CoFreeUnusedLibrariesEx(0, 0);
+
+    const auto shown = added(before, classes());
+    const std::string clsid = "CLSID\\{4611A8F1-26D4-4C96-A88E-60D9D78CC342}";
+    for (const std::string& entry : std::vector<std::string>{
+             clsid + " @ = Method editor control\n",
+             clsid + "\\Control @ = \n",
+             clsid + "\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502} @ = \n",
+             clsid + "\\InprocServer32 @ = FOLDER\\vrnMthdA.ocx\n",
+             clsid + "\\InprocServer32 @ThreadingModel = Apartment\n",
+             clsid + "\\MiscStatus @ = 0\n",
+             clsid + "\\MiscStatus\\1 @ = 131473\n",
+             clsid + "\\ProgID @ = vrnMethodEditor.VRN_MethodEditor.1\n",
+             clsid + "\\ToolboxBitmap32 @ = FOLDER\\vrnMthdA.ocx, 1\n",
+             clsid + "\\TypeLib @ = {9E73B11D-C85D-45A6-BD47-E85F159819F2}\n",
+             clsid + "\\Version @ = 1.0\n",
+             clsid + "\\VersionIndependentProgID @ = vrnMethodEditor.VRN_MethodEditor\n",
+             "vrnMethodEditor.VRN_MethodEditor\\CurVer @ = vrnMethodEditor.VRN_MethodEditor.1\n",
+             "TypeLib\\{9E73B11D-C85D-45A6-BD47-E85F159819F2}\\1.0\\0\\win64 @ = FOLDER\\vrnMthdA.ocx\n",
+             "Interface\\{888FC112-31D3-4894-B2A6-BA106120C91D}\\ProxyStubClsid32 @ = ",
+         }) {
+        EXPECT_NE(shown.find(entry), std::string::npos) << entry << "is not in\n" << shown;
+    }
+    // It does not say that a web page may run it.
+    EXPECT_EQ(shown.find("{7DD95801-9882-11CF-9FA9-00AA006C42C4}"), std::string::npos);
+    EXPECT_EQ(shown.find("{7DD95802-9882-11CF-9FA9-00AA006C42C4}"), std::string::npos);
+
+    ASSERT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
+    EXPECT_EQ(added(before, classes()), "");
+    EXPECT_EQ(classes(), before);
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), CO_E_CLASSSTRING);
+    // Once more: nothing there is no failure.
+    EXPECT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
+}
+
+TEST(Registration, IsNotNeededWithTheManifest) {
+    const Apartment apartment;
+    const auto manifest = binaryFolder() + L"\\vrnMethodEditor.manifest";
+    const auto folder = binaryFolder();
+    ACTCTXW wanted{};
+    wanted.cbSize = sizeof(wanted);
+    wanted.dwFlags = ACTCTX_FLAG_ASSEMBLY_DIRECTORY_VALID;
+    wanted.lpSource = manifest.c_str();
+    wanted.lpAssemblyDirectory = folder.c_str();
+    const HANDLE context = CreateActCtxW(&wanted);
+    ASSERT_NE(context, INVALID_HANDLE_VALUE) << GetLastError();
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(ActivateActCtx(context, &cookie));
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), S_OK);
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor.1"), S_OK);
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(context);
+    EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), CO_E_CLASSSTRING);
+}
+
+}  // namespace
+}  // namespace vrn::test
