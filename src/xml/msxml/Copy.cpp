@@ -1,4 +1,6 @@
 // Copies of whole trees.
+#include <algorithm>
+
 #include "xml/msxml/Tree.h"
 
 namespace vrn::xml::tree {
