@@ -120,18 +120,53 @@ UserRequest Grid::userEdit(int row, std::string_view text, bool commit) {
     if (!takes(row, typed)) {
         return UserRequest::NoSuchEntry;
     }
-    if (this->row(row)->style == EditStyle::Text && onSetEditText) {
-        onSetEditText(row, typed);
-    }
-    currentRow_ = row;
-    currentColumn_ = 1;
-    pending_ = PendingEdit{row, std::move(typed)};
-    changed(Change::Edit);
+    setPending(row, std::move(typed));
     if (commit) {
         commitEdit();
     } else if (focus() != nullptr) {
         focus()->hold([this] { commitEdit(); });
     }
+    return UserRequest::Done;
+}
+
+void Grid::setPending(int row, std::string text) {
+    if (this->row(row)->style == EditStyle::Text && onSetEditText) {
+        onSetEditText(row, text);
+    }
+    currentRow_ = row;
+    currentColumn_ = 1;
+    pending_ = PendingEdit{row, std::move(text)};
+    changed(Change::Edit);
+}
+
+UserRequest Grid::userGoTo(int row) {
+    if (!hasRow(row)) {
+        return UserRequest::NoSuchEntry;
+    }
+    if (!beginUserRequest()) {
+        return UserRequest::NotUsable;
+    }
+    if (!hasRow(row)) {
+        return UserRequest::NoSuchEntry;
+    }
+    currentRow_ = row;
+    currentColumn_ = 1;
+    return UserRequest::Done;
+}
+
+UserRequest Grid::userTypeText(int row, std::string_view text) {
+    if (!pending_ || pending_->row != row) {
+        return userEdit(row, text, false);
+    }
+    auto typed = text::withoutNonXmlCharacters(text);
+    if (!takes(row, typed)) {
+        return UserRequest::NoSuchEntry;
+    }
+    // The same edit goes on: nothing is left for it.
+    if (!enabled() || !visible() || committing_) {
+        return UserRequest::NotUsable;
+    }
+    setPending(row, std::move(typed));
     return UserRequest::Done;
 }
 

@@ -81,6 +81,10 @@ class Grid final : public Control {
     /// The user opens the value cell of a row and enters a text, then leaves it by Enter or stays. A drop-down list takes one of
     /// its items only.
     UserRequest userEdit(int row, std::string_view text, bool commit);
+    /// The user goes to the value cell of a row, by a key or to open its editor. Opening alone is no edit.
+    UserRequest userGoTo(int row);
+    /// The user has this text in the open editor of a row. More typing in the same row goes on with the same edit.
+    UserRequest userTypeText(int row, std::string_view text);
     /// The user presses the mouse in a row.
     UserRequest userMouseDown(int row, int position);
     /// The user moves the mouse over a row, or out of the grid with -1.
@@ -90,6 +94,7 @@ class Grid final : public Control {
     [[nodiscard]] bool hasRow(int row) const noexcept { return row >= 1 && row < rowCount(); }
     /// Whether the user may enter this text into the row's value cell.
     [[nodiscard]] bool takes(int row, const std::string& text) const;
+    void setPending(int row, std::string text);
 
     GridRow header_;
     std::vector<GridRow> rows_;

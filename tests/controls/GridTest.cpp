@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace vrn::controls {
 namespace {
 
@@ -72,6 +74,27 @@ TEST_F(GridTest, ARefusedRequestChangesNothing) {
     EXPECT_EQ(grid.userMouseDown(1, 200), UserRequest::NotUsable);
     EXPECT_EQ(grid.pendingEdit()->text, "7");
     EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(GridTest, TypingOnIsOneEdit) {
+    grid.onSetEditText = [](int, std::string& text) { std::replace(text.begin(), text.end(), ',', '.'); };
+    EXPECT_EQ(grid.userGoTo(1), UserRequest::Done);
+    EXPECT_FALSE(grid.pendingEdit().has_value());
+    EXPECT_EQ(grid.userTypeText(1, "7"), UserRequest::Done);
+    EXPECT_EQ(grid.userTypeText(1, "7,5"), UserRequest::Done);
+    EXPECT_TRUE(asked.empty());
+    EXPECT_EQ(grid.pendingEdit()->text, "7.5");
+
+    EXPECT_EQ(grid.userTypeText(2, "x"), UserRequest::NoSuchEntry);
+    EXPECT_EQ(grid.userTypeText(2, "Tray1"), UserRequest::Done);
+    EXPECT_EQ(asked, std::vector<std::string>{"7.5"});
+    EXPECT_EQ(grid.cellText(1, 1), "7.5");
+    EXPECT_EQ(grid.userGoTo(1), UserRequest::Done);
+    EXPECT_EQ(grid.cellText(2, 1), "Tray1");
+    EXPECT_EQ(grid.currentRow(), 1);
+    EXPECT_EQ(grid.userGoTo(3), UserRequest::NoSuchEntry);
+    grid.setEnabled(false);
+    EXPECT_EQ(grid.userGoTo(2), UserRequest::NotUsable);
 }
 
 TEST_F(GridTest, TheEditMayGoWhileItIsValidated) {

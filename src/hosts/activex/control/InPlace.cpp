@@ -1,0 +1,307 @@
+#include "hosts/activex/control/InPlace.h"
+
+#include "hosts/activex/control/Ambients.h"
+#include "hosts/activex/control/OleObject.h"
+#include "hosts/activex/control/View.h"
+
+namespace vrn::activex {
+
+namespace {
+
+bool isPressed(int key) { return GetKeyState(key) < 0; }
+
+// Where the focus goes when the container activates the control: by TAB at the end from which the user comes.
+Form::FocusTarget targetOf(const MSG* message) {
+    const bool byTab = message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    if (!byTab) {
+        return Form::FocusTarget::Previous;
+    }
+    return isPressed(VK_SHIFT) ? Form::FocusTarget::Last : Form::FocusTarget::First;
+}
+
+DWORD modifiersOf(const MSG& message) {
+    constexpr DWORD shift = 1;
+    constexpr DWORD control = 2;
+    constexpr DWORD alt = 4;
+    const bool withAlt = message.message == WM_SYSKEYDOWN || message.message == WM_SYSKEYUP;
+    return (isPressed(VK_SHIFT) ? shift : 0U) | (isPressed(VK_CONTROL) ? control : 0U) | (withAlt ? alt : 0U);
+}
+
+bool isKey(const MSG& message) { return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST; }
+
+}  // namespace
+
+HRESULT InPlace::doVerb(LONG verb, const MSG* message, IOleClientSite* site) {
+    switch (verb) {
+        case OLEIVERB_PRIMARY:
+        case OLEIVERB_UIACTIVATE: {
+            const HRESULT result = activate(site);
+            return SUCCEEDED(result) ? activateUI(targetOf(message)) : result;
+        }
+        case OLEIVERB_SHOW:
+        case OLEIVERB_OPEN:  // a window of its own is nothing that the control has
+        case OLEIVERB_INPLACEACTIVATE:
+            return activate(site);
+        case OLEIVERB_HIDE:
+            deactivateUI();
+            control().form().show(false);
+            return S_OK;
+        case OLEIVERB_DISCARDUNDOSTATE:
+            return S_OK;  // there is no undo across activations
+        default:
+            // An unknown verb of an object is its primary one; an unknown one of the system's cannot be guessed.
+            if (verb < 0) {
+                return E_NOTIMPL;
+            }
+            const HRESULT result = doVerb(OLEIVERB_PRIMARY, message, site);
+            return SUCCEEDED(result) ? OLEOBJ_S_INVALIDVERB : result;
+    }
+}
+
+HRESULT InPlace::activate(IOleClientSite* site) {
+    if (state_ != State::Inactive) {
+        control().form().show(true);
+        return S_OK;
+    }
+    const com::ComPtr<IOleClientSite> clientSite(site);
+    com::ComPtr<IOleInPlaceSite> inPlaceSite;
+    if (clientSite == nullptr || FAILED(clientSite.As(&inPlaceSite))) {
+        fail(E_FAIL, "The container has no place for windows.");
+    }
+    if (inPlaceSite->CanInPlaceActivate() != S_OK) {
+        fail(E_FAIL, "The container does not let the control activate in place.");
+    }
+    // Set before the container hears of it: what it does in answer may come back here.
+    site_ = inPlaceSite;
+    state_ = State::Active;
+    try {
+        announce();
+        createWindows();
+    } catch (...) {
+        if (state_ != State::Inactive) {
+            forget();
+            inPlaceSite->OnInPlaceDeactivate();
+        }
+        throw;
+    }
+    if (state_ != State::Inactive) {
+        clientSite->ShowObject();
+    }
+    return S_OK;
+}
+
+void InPlace::announce() const {
+    com::ComPtr<IOleInPlaceSiteEx> extended;
+    BOOL noRedraw = FALSE;
+    com::require(SUCCEEDED(site_.As(&extended)) ? extended->OnInPlaceActivateEx(&noRedraw, 0)
+                                                : site_->OnInPlaceActivate());
+}
+
+void InPlace::createWindows() {
+    const auto site = site_;
+    if (site == nullptr) {
+        return;  // deactivated from within the announcement
+    }
+    HWND parent = nullptr;
+    RECT place{};
+    RECT clip{};
+    OLEINPLACEFRAMEINFO frameInfo{};
+    frameInfo.cb = sizeof(frameInfo);
+    com::ComPtr<IOleInPlaceFrame> frame;
+    com::ComPtr<IOleInPlaceUIWindow> document;
+    com::require(site->GetWindow(&parent));
+    com::require(site->GetWindowContext(&frame, &document, &place, &clip, &frameInfo));
+    if (state_ == State::Inactive) {
+        return;
+    }
+    frame_ = frame;
+    document_ = document;
+    auto& form = control().form();
+    form.create(parent, place);
+    form.moveTo(place, clip);
+    form.show(true);
+}
+
+HRESULT InPlace::activateUI(Form::FocusTarget target) {
+    if (state_ == State::Inactive) {
+        return OLE_E_NOT_INPLACEACTIVE;
+    }
+    if (state_ == State::UIActive || !control().ambients().userMode()) {
+        if (state_ == State::UIActive && (target != Form::FocusTarget::Previous || !control().form().hasFocus())) {
+            control().form().takeFocus(target);
+        }
+        return S_OK;
+    }
+    const auto site = site_;
+    com::ComPtr<IOleInPlaceSiteEx> extended;
+    if (SUCCEEDED(site.As(&extended)) && extended->RequestUIActivate() == S_FALSE) {
+        // Refused. The container has undone what it began for the activation and wants no call for its end.
+        return S_OK;
+    }
+    if (state_ != State::Active) {
+        return S_OK;
+    }
+    state_ = State::UIActive;
+    const HRESULT result = site->OnUIActivate();
+    if (FAILED(result)) {
+        if (state_ == State::UIActive) {
+            state_ = State::Active;
+        }
+        return result;
+    }
+    if (state_ == State::UIActive && (target != Form::FocusTarget::Previous || !control().form().hasFocus())) {
+        control().form().takeFocus(target);
+    }
+    if (state_ == State::UIActive) {
+        offerToFrame();
+    }
+    return S_OK;
+}
+
+// Frame and document send keys and messages to the active object, and know that it brings no tool bars.
+void InPlace::offerToFrame() {
+    const auto frame = frame_;
+    const auto document = document_;
+    if (frame != nullptr) {
+        frame->SetActiveObject(this, nullptr);
+        frame->SetBorderSpace(nullptr);
+    }
+    if (document != nullptr) {
+        document->SetActiveObject(this, nullptr);
+        document->SetBorderSpace(nullptr);
+    }
+}
+
+void InPlace::deactivateUI() {
+    if (state_ != State::UIActive) {
+        return;
+    }
+    state_ = State::Active;
+    const auto site = site_;
+    const auto frame = frame_;
+    const auto document = document_;
+    if (document != nullptr) {
+        document->SetActiveObject(nullptr, nullptr);
+    }
+    if (frame != nullptr) {
+        frame->SetActiveObject(nullptr, nullptr);
+    }
+    site->OnUIDeactivate(FALSE);
+}
+
+void InPlace::deactivate() {
+    deactivateUI();
+    if (state_ == State::Inactive) {
+        return;
+    }
+    const auto site = site_;
+    forget();
+    site->OnInPlaceDeactivate();
+    control().view().changed();
+}
+
+void InPlace::forget() noexcept {
+    state_ = State::Inactive;
+    control().form().destroy();
+    site_.Reset();
+    frame_.Reset();
+    document_.Reset();
+}
+
+void InPlace::focusChanged(bool inForm) noexcept {
+    if (state_ == State::Inactive) {
+        return;
+    }
+    if (inForm && control().ambients().userMode()) {
+        (void)control().call(IID_IOleInPlaceObject, [&] { return activateUI(Form::FocusTarget::Previous); });
+    }
+    if (const auto site = control().ole().siteAs<IOleControlSite>(); site != nullptr) {
+        site->OnFocus(inForm ? TRUE : FALSE);
+    }
+}
+
+void InPlace::pressMnemonic(wchar_t key) {
+    if (state_ == State::Inactive) {
+        return;
+    }
+    (void)activateUI(Form::FocusTarget::Previous);
+    if (state_ != State::Inactive) {
+        control().form().pressMnemonic(key);
+    }
+}
+
+void InPlace::followUserMode() {
+    if (!control().ambients().userMode()) {
+        deactivateUI();
+    }
+}
+
+HRESULT InPlace::GetWindow(HWND* window) {
+    return control().call(IID_IOleWindow, [&] {
+        requirePointer(window, "window");
+        *window = control().form().window();
+        if (*window == nullptr) {
+            fail(E_FAIL, "The control has no window while it is not active.");
+        }
+        return S_OK;
+    });
+}
+
+HRESULT InPlace::ContextSensitiveHelp(BOOL /*enter*/) { return E_NOTIMPL; }
+
+HRESULT InPlace::InPlaceDeactivate() {
+    return control().call(IID_IOleInPlaceObject, [&] {
+        deactivate();
+        return S_OK;
+    });
+}
+
+HRESULT InPlace::UIDeactivate() {
+    return control().call(IID_IOleInPlaceObject, [&] {
+        deactivateUI();
+        return S_OK;
+    });
+}
+
+HRESULT InPlace::SetObjectRects(LPCRECT place, LPCRECT clip) {
+    return control().call(IID_IOleInPlaceObject, [&] {
+        requirePointer(place, "place");
+        control().form().moveTo(*place, clip != nullptr ? *clip : *place);
+        return S_OK;
+    });
+}
+
+HRESULT InPlace::ReactivateAndUndo() { return INPLACE_E_NOTUNDOABLE; }
+
+HRESULT InPlace::TranslateAccelerator(MSG* message) {
+    return control().call(IID_IOleInPlaceActiveObject, [&] {
+        requirePointer(message, "message");
+        if (!isKey(*message)) {
+            return S_FALSE;
+        }
+        if (state_ != State::Inactive && !control().uiDead() && control().form().translateKey(*message)) {
+            return S_OK;
+        }
+        const auto site = control().ole().siteAs<IOleControlSite>();
+        return site != nullptr && site->TranslateAccelerator(message, modifiersOf(*message)) == S_OK ? S_OK : S_FALSE;
+    });
+}
+
+HRESULT InPlace::OnFrameWindowActivate(BOOL /*active*/) {
+    return control().call(IID_IOleInPlaceActiveObject, [] { return S_OK; });
+}
+
+HRESULT InPlace::OnDocWindowActivate(BOOL /*active*/) {
+    return control().call(IID_IOleInPlaceActiveObject, [] { return S_OK; });
+}
+
+HRESULT InPlace::ResizeBorder(LPCRECT /*border*/, IOleInPlaceUIWindow* /*window*/, BOOL /*isFrame*/) {
+    return control().call(IID_IOleInPlaceActiveObject, [] { return S_OK; });
+}
+
+HRESULT InPlace::EnableModeless(BOOL /*enable*/) {
+    // The control's own dialogs are all modal.
+    return control().call(IID_IOleInPlaceActiveObject, [] { return S_OK; });
+}
+
+}  // namespace vrn::activex

@@ -1,0 +1,58 @@
+// The control's windows in the container's window: when they come and go, who has the keyboard, and where keys go.
+#pragma once
+
+#include "hosts/activex/control/Control.h"
+
+namespace vrn::activex {
+
+class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
+  public:
+    using Face::Face;
+
+    /// What a container asks for by number. `site` is the container's; null when it has none.
+    HRESULT doVerb(LONG verb, const MSG* message, IOleClientSite* site);
+    /// Takes the windows away and tells the container. Nothing when there are none.
+    void deactivate();
+    /// The container's frame while the windows are there, if it has one.
+    [[nodiscard]] const com::ComPtr<IOleInPlaceFrame>& frame() const noexcept { return frame_; }
+
+    /// A window of the form has got the keyboard, or all have lost it.
+    void focusChanged(bool inForm) noexcept;
+    /// One of the form's mnemonics was pressed elsewhere in the container.
+    void pressMnemonic(wchar_t key);
+    /// While the container is being designed the control does not take part in its user interface.
+    void followUserMode();
+
+    // Both
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL enter) override;
+    // IOleInPlaceObject
+    HRESULT STDMETHODCALLTYPE InPlaceDeactivate() override;
+    HRESULT STDMETHODCALLTYPE UIDeactivate() override;
+    HRESULT STDMETHODCALLTYPE SetObjectRects(LPCRECT place, LPCRECT clip) override;
+    HRESULT STDMETHODCALLTYPE ReactivateAndUndo() override;
+    // IOleInPlaceActiveObject
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG* message) override;
+    HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL active) override;
+    HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL active) override;
+    HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL isFrame) override;
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL enable) override;
+
+  private:
+    enum class State { Inactive, Active, UIActive };
+
+    HRESULT activate(IOleClientSite* site);
+    void announce() const;
+    void createWindows();
+    HRESULT activateUI(Form::FocusTarget target);
+    void deactivateUI();
+    void offerToFrame();
+    void forget() noexcept;
+
+    State state_ = State::Inactive;
+    com::ComPtr<IOleInPlaceSite> site_;
+    com::ComPtr<IOleInPlaceFrame> frame_;
+    com::ComPtr<IOleInPlaceUIWindow> document_;
+};
+
+}  // namespace vrn::activex

@@ -1,0 +1,25 @@
+// Message boxes of the engine inside a container.
+#pragma once
+
+#include <memory>
+
+#include "errors/modMsgBox.h"
+#include "hosts/activex/control/Control.h"
+
+namespace vrn::activex {
+
+/// The system's message boxes. While one is open the container's own modeless dialogs are disabled.
+class MessageBox final : public errors::MessageBoxService {
+  public:
+    explicit MessageBox(Control& control);
+    std::int32_t MessageBoxExA(std::intptr_t hWnd, const std::string& text, const std::string& caption,
+                               std::int32_t flags) override;
+    errors::ErrorState lastError() override;
+    void fallback(const std::string& text, const std::string& caption, std::int32_t style) override;
+
+  private:
+    Control& control_;
+    std::shared_ptr<errors::MessageBoxService> system_;
+};
+
+}  // namespace vrn::activex

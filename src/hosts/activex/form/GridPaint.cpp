@@ -1,0 +1,137 @@
+#include "hosts/activex/form/GridPaint.h"
+
+#include <algorithm>
+#include <array>
+
+#include "hosts/activex/form/Metrics.h"
+#include "text/windows/Wide.h"
+
+namespace vrn::activex {
+
+namespace {
+
+constexpr int textInset = 5;  // lengths at 96 dpi
+constexpr int arrowHalf = 3;
+constexpr UINT textFormat = DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX;
+
+struct RowColours {
+    COLORREF ground;
+    COLORREF text;
+};
+
+RowColours coloursOf(const GridPicture& picture, bool current) noexcept {
+    if (!picture.model.enabled()) {
+        return {colourOf(picture.model.colour()), GetSysColor(COLOR_GRAYTEXT)};
+    }
+    if (!current) {
+        return {colourOf(picture.model.colour()), GetSysColor(COLOR_WINDOWTEXT)};
+    }
+    return picture.focused ? RowColours{GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_HIGHLIGHTTEXT)}
+                           : RowColours{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNTEXT)};
+}
+
+void fill(HDC context, const RECT& place, COLORREF colour) noexcept {
+    SetBkColor(context, colour);
+    ExtTextOutW(context, 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
+}
+
+void paintText(HDC context, RECT place, const std::string& text, int dpi) {
+    InflateRect(&place, -scaled(textInset, dpi), 0);
+    const auto wide = text::toWide(text);
+    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &place, textFormat);
+}
+
+void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexcept {
+    const LONG half = scaled(arrowHalf, dpi);
+    const LONG x = (place.left + place.right) / 2;
+    const LONG y = (place.top + place.bottom - half) / 2;
+    const std::array<POINT, 3> corners{{{x - half, y}, {x + half, y}, {x, y + half}}};
+    const UniqueBrush brush(CreateSolidBrush(colour));
+    const UniquePen pen(CreatePen(PS_SOLID, 1, colour));
+    const Selected selectedBrush(context, brush.get());
+    const Selected selectedPen(context, pen.get());
+    Polygon(context, corners.data(), static_cast<int>(corners.size()));
+}
+
+// The lines on the right of the name and below the row.
+void paintLines(HDC context, const GridGeometry& geometry, const RECT& row) noexcept {
+    const COLORREF colour = GetSysColor(COLOR_3DLIGHT);
+    fill(context, {geometry.nameWidth - 1, row.top, geometry.nameWidth, row.bottom}, colour);
+    fill(context, {row.left, row.bottom - 1, row.right, row.bottom}, colour);
+}
+
+// The value as the user sees it: what is being entered goes before what the cell holds.
+std::string shownValue(const controls::Grid& model, int row) {
+    const auto& pending = model.pendingEdit();
+    return pending && pending->row == row ? pending->text : model.cellText(row, 1);
+}
+
+void paintRow(HDC context, const GridPicture& picture, int row) {
+    const auto& geometry = picture.geometry;
+    const bool current = row == picture.model.currentRow();
+    const auto colours = coloursOf(picture, current);
+    const RECT place = geometry.row(row);
+    fill(context, place, colours.ground);
+    paintLines(context, geometry, place);
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, colours.text);
+    paintText(context, geometry.name(row), picture.model.cellText(row, 0), geometry.dpi);
+    RECT value = geometry.value(row);
+    if (row == picture.editedRow) {
+        --value.bottom;
+        fill(context, value, GetSysColor(COLOR_WINDOW));
+        return;
+    }
+    if (picture.model.row(row)->style == controls::EditStyle::DropDownList) {
+        const RECT arrow = geometry.arrow(row);
+        paintArrow(context, arrow, colours.text, geometry.dpi);
+        value.right = arrow.left;
+    }
+    paintText(context, value, shownValue(picture.model, row), geometry.dpi);
+    if (current && picture.focused && picture.model.enabled()) {
+        RECT focus = geometry.value(row);
+        --focus.bottom;
+        SetBkColor(context, colours.ground);
+        SetTextColor(context, colours.text);
+        DrawFocusRect(context, &focus);
+    }
+}
+
+}  // namespace
+
+COLORREF colourOf(std::uint32_t colour) noexcept {
+    constexpr std::uint32_t systemColour = 0x80000000U;
+    return (colour & systemColour) != 0 ? GetSysColor(static_cast<int>(colour & 0xFFU)) : colour;
+}
+
+void paintGrid(HDC context, const GridPicture& picture, const RECT& area) {
+    const auto& geometry = picture.geometry;
+    const Selected font(context, picture.font);
+    const int first = geometry.top + std::max<int>(area.top - geometry.headerHeight, 0) / geometry.rowHeight;
+    int row = first;
+    for (; row < geometry.rowCount && geometry.row(row).top < area.bottom; ++row) {
+        paintRow(context, picture, row);
+    }
+    RECT ground = area;
+    ground.top = std::max<LONG>(ground.top, geometry.row(row).top);
+    if (ground.top < ground.bottom) {
+        fill(context, ground, colourOf(picture.model.colour()));
+    }
+}
+
+void paintGridHeader(HDC context, const GridPicture& picture) {
+    const auto& geometry = picture.geometry;
+    const Selected font(context, picture.font);
+    SetTextColor(context, GetSysColor(picture.model.enabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetBkMode(context, TRANSPARENT);
+    for (int column = 0; column < 2; ++column) {
+        RECT place{column == 0 ? 0 : geometry.nameWidth, 0, column == 0 ? geometry.nameWidth : geometry.width,
+                   geometry.headerHeight};
+        fill(context, place, GetSysColor(COLOR_BTNFACE));
+        DrawEdge(context, &place, BDR_RAISEDINNER, BF_RECT);
+        SetBkMode(context, TRANSPARENT);
+        paintText(context, place, picture.model.cellText(0, column), geometry.dpi);
+    }
+}
+
+}  // namespace vrn::activex

@@ -1,0 +1,28 @@
+// What the parameter grid looks like.
+#pragma once
+
+#include <windows.h>
+
+#include "controls/Grid.h"
+#include "hosts/activex/form/GridGeometry.h"
+
+namespace vrn::activex {
+
+struct GridPicture {
+    const GridGeometry& geometry;
+    const controls::Grid& model;
+    HFONT font;
+    bool focused;       ///< whether the keyboard is in the grid
+    int editedRow = 0;  ///< the row whose value is under the open editor
+};
+
+/// Draws all rows that touch `area`, and the empty ground below them. The header is a window of its own.
+void paintGrid(HDC context, const GridPicture& picture, const RECT& area);
+
+/// Draws the header row where there is no window for it.
+void paintGridHeader(HDC context, const GridPicture& picture);
+
+/// A colour as controls have them: a plain one, or the number of a system colour with the highest bit set.
+[[nodiscard]] COLORREF colourOf(std::uint32_t colour) noexcept;
+
+}  // namespace vrn::activex

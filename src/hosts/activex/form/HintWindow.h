@@ -1,0 +1,27 @@
+// The hint on a parameter: a small window over the form that looks like a tool tip and lets the mouse through.
+#pragma once
+
+#include "hosts/activex/form/Peer.h"
+
+namespace vrn::activex {
+
+class HintWindow final : public Peer {
+  public:
+    HintWindow(Session& session, controls::TextBox& model, ControlId id) noexcept
+        : Peer(session, model, id), model_(model) {}
+    void lookChanged() override;
+    [[nodiscard]] bool takesFocus() const noexcept override { return false; }
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+    void update(controls::Change change) override;
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    void place();
+    void paint(HDC context) const;
+
+    controls::TextBox& model_;
+};
+
+}  // namespace vrn::activex

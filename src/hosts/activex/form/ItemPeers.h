@@ -1,0 +1,101 @@
+// Peers of lists: the list of steps and the drop-down lists.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "controls/ItemList.h"
+#include "hosts/activex/form/Peer.h"
+#include "hosts/activex/form/ToolTip.h"
+
+namespace vrn::activex {
+
+/// The messages that list boxes and drop-down lists have under different names.
+struct ItemMessages {
+    UINT insert;
+    UINT remove;
+    UINT reset;
+    UINT setIndex;
+    UINT getIndex;
+    UINT reserve;
+};
+
+/// A list's window holds the model's rows as texts of its own. The engine changes rows by the thousand, one at a time: the
+/// window takes them over when the next message arrives, whether somebody asks it or it is to be painted. So nobody ever
+/// sees an old state, and filling costs one pass.
+class ItemPeer : public Peer {
+  public:
+    void lookChanged() override;
+
+  protected:
+    ItemPeer(Session& session, controls::ItemList& model, ControlId id, const ItemMessages& messages) noexcept
+        : Peer(session, model, id), model_(model), messages_(messages) {}
+
+    void update(controls::Change change) override;
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    virtual HFONT font() const noexcept { return look().font; }
+    /// The widest row has changed, in pixels.
+    virtual void widthChanged(int widest) = 0;
+
+    [[nodiscard]] int windowIndex() const noexcept { return static_cast<int>(send(messages_.getIndex)); }
+    /// Whether the window has another row selected than the model.
+    [[nodiscard]] bool differs() const noexcept;
+    /// The user has chosen a row of the window.
+    void choose(int index);
+    /// Brings the window in line with the model.
+    void catchUp();
+    /// The window now shows what the model holds.
+    virtual void caughtUp() {}
+
+  private:
+    void takeRows();
+    void replaceRows(std::size_t from, std::size_t oldCount, std::size_t newCount);
+    void measure(std::size_t from, std::size_t oldCount, std::size_t newCount);
+
+    controls::ItemList& model_;
+    const ItemMessages& messages_;
+    std::vector<std::string> shown_;  // the window's rows
+    std::vector<int> widths_;         // of these
+    bool rowsStale_ = true;
+    bool indexStale_ = true;
+    bool catchingUp_ = false;
+};
+
+class ListPeer final : public ItemPeer {
+  public:
+    ListPeer(Session& session, controls::ListBox& model, ControlId id) noexcept;
+    void onCommand(int code) override;
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HFONT font() const noexcept override { return look().gridFont; }
+    void widthChanged(int widest) override;
+
+  private:
+    controls::ListBox& model_;
+};
+
+class ComboPeer final : public ItemPeer {
+  public:
+    ComboPeer(Session& session, controls::ComboBox& model, ControlId id) noexcept;
+    void lookChanged() override;
+    void onCommand(int code) override;
+    /// The height of the closed list.
+    [[nodiscard]] int closedHeight() const noexcept;
+    [[nodiscard]] bool dropped() const noexcept { return send(CB_GETDROPPEDSTATE) != FALSE; }
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void widthChanged(int widest) override;
+    void caughtUp() override;
+
+  private:
+    controls::ComboBox& model_;
+    ToolTip toolTip_;        // tells about the selected entry
+    bool accepted_ = false;  // the drop-down list was closed by a choice
+    bool handled_ = false;   // and the choice is done: the report that follows tells nothing new
+};
+
+}  // namespace vrn::activex

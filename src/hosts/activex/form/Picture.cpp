@@ -1,0 +1,164 @@
+#include "hosts/activex/form/Picture.h"
+
+#include <algorithm>
+
+#include "hosts/activex/form/FramePaint.h"
+#include "hosts/activex/form/GridPaint.h"
+#include "hosts/activex/form/Layout.h"
+#include "hosts/activex/form/Metrics.h"
+#include "text/windows/Wide.h"
+
+namespace vrn::activex {
+
+namespace {
+
+constexpr int comboPadding = 8;  // lengths at 96 dpi
+constexpr int textInset = 3;
+constexpr int rowPadding = 7;
+
+class Picture {
+  public:
+    Picture(HDC context, const SIZE& size, const Look& look, const method::EditorState& state)
+        : context_(context), look_(look), state_(state), lineHeight_(textSize(context, look.font).lineHeight) {
+        LayoutInput input;
+        input.client = size;
+        input.dpi = look.dpi;
+        input.textHeight = lineHeight_;
+        input.comboHeight = lineHeight_ + px(comboPadding);
+        input.initialCycle = state.cmdDefCycle.visible();
+        if (state.lblCycleDateChanged.visible()) {
+            input.noticeHeight = 2 * lineHeight_;
+        }
+        layout_ = layOut(input);
+    }
+
+    void draw() {
+        const RECT all = place(ControlId::fraMethodEditor);
+        FillRect(context_, &all, GetSysColorBrush(COLOR_BTNFACE));
+        for (const auto& [frame, id] : {std::pair(&state_.fraMethodDescription, ControlId::fraMethodDescription),
+                                        std::pair(&state_.fraSyringe, ControlId::fraSyringe),
+                                        std::pair(&state_.fraMacroSequence, ControlId::fraMacroSequence),
+                                        std::pair(&state_.fraAvailableCycles, ControlId::fraAvailableCycles)}) {
+            paintGroupBox(context_, place(id), text::toWide(frame->caption()), frame->enabled(), look_, nullptr);
+        }
+        const auto& description = state_.txtMethodDescription;
+        field(ControlId::txtMethodDescription, description.enabled(), description.text(), DT_LEFT | DT_WORDBREAK);
+        combo(ControlId::cboSyringe, state_.cboSyringe);
+        combo(ControlId::cboSelectedMacro, state_.cboSelectedMacro);
+        button(ControlId::cmdInsert, state_.cmdInsert);
+        button(ControlId::cmdReplace, state_.cmdReplace);
+        button(ControlId::cmdDelete, state_.cmdDelete);
+        button(ControlId::cmdDefCycle, state_.cmdDefCycle);
+        list();
+        grid();
+        if (state_.lblCycleDateChanged.visible()) {
+            text(place(ControlId::lblCycleDateChanged), state_.lblCycleDateChanged.caption(), true,
+                 DT_LEFT | DT_WORDBREAK | DT_NOPREFIX);
+        }
+    }
+
+  private:
+    [[nodiscard]] int px(int length) const noexcept { return scaled(length, look_.dpi); }
+    [[nodiscard]] RECT place(ControlId id) const noexcept { return layout_.inForm(id); }
+
+    void text(RECT where, const std::string& utf8, bool enabled, UINT format) const {
+        SetBkMode(context_, TRANSPARENT);
+        SetTextColor(context_, GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+        const auto wide = text::toWide(utf8);
+        DrawTextW(context_, wide.c_str(), static_cast<int>(wide.size()), &where, format);
+    }
+
+    // An entry field with its border; answers what is inside.
+    RECT field(ControlId id, bool enabled) const {
+        RECT where = place(id);
+        paintFieldBorder(context_, where, enabled, look_, nullptr);
+        InflateRect(&where, -px(textInset), -px(textInset));
+        return where;
+    }
+    void field(ControlId id, bool enabled, const std::string& content, UINT format) const {
+        text(field(id, enabled), content, enabled, format | DT_NOPREFIX);
+    }
+
+    void combo(ControlId id, const controls::ComboBox& model) const {
+        field(id, model.enabled(), model.text(), DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+        RECT arrow = place(id);
+        InflateRect(&arrow, -2, -2);
+        arrow.left = std::max<LONG>(arrow.left, arrow.right - GetSystemMetrics(SM_CXVSCROLL));
+        DrawFrameControl(context_, &arrow, DFC_SCROLL,
+                         static_cast<UINT>(DFCS_SCROLLCOMBOBOX | (model.enabled() ? 0 : DFCS_INACTIVE)));
+    }
+
+    void button(ControlId id, const controls::Button& model) const {
+        if (!model.visible()) {
+            return;
+        }
+        RECT where = place(id);
+        DrawFrameControl(context_, &where, DFC_BUTTON, DFCS_BUTTONPUSH);
+        text(where, model.caption(), model.enabled(), DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_HIDEPREFIX);
+    }
+
+    void list() const {
+        const auto& model = state_.lstMethodMacroList;
+        RECT row = field(ControlId::lstMethodMacroList, model.enabled());
+        const LONG bottom = row.bottom;
+        const Selected font(context_, look_.gridFont);
+        const int height = textSize(context_, look_.gridFont).lineHeight;
+        for (int i = 0; i < model.count() && row.top + height <= bottom; ++i) {
+            row.bottom = row.top + height;
+            if (i == model.listIndex()) {
+                FillRect(context_, &row, GetSysColorBrush(COLOR_BTNFACE));
+            }
+            text(row, model.item(i), model.enabled(), DT_SINGLELINE | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX);
+            row.top = row.bottom;
+        }
+    }
+
+    void grid() const {
+        const auto& model = state_.grdMacro;
+        paintFieldBorder(context_, place(ControlId::fraArgument), model.enabled(), look_, nullptr);
+        const RECT where = place(ControlId::grdMacro);
+        const int height = textSize(context_, look_.gridFont).lineHeight;
+        GridGeometry geometry;
+        geometry.dpi = look_.dpi;
+        geometry.width = widthOf(where);
+        geometry.height = heightOf(where);
+        geometry.headerHeight = height + px(rowPadding);
+        geometry.rowHeight = height + px(rowPadding);
+        geometry.nameWidth =
+            std::max(std::min(px(GridGeometry::valueColumn), geometry.width / 2), geometry.width * 2 / 5);
+        geometry.rowCount = model.rowCount();
+        const int saved = SaveDC(context_);
+        IntersectClipRect(context_, where.left, where.top, where.right, where.bottom);
+        OffsetViewportOrgEx(context_, where.left, where.top, nullptr);
+        const GridPicture picture{geometry, model, look_.gridFont, false};
+        paintGridHeader(context_, picture);
+        paintGrid(context_, picture, {0, geometry.headerHeight, geometry.width, geometry.height});
+        RestoreDC(context_, saved);
+    }
+
+    HDC context_;
+    const Look& look_;
+    const method::EditorState& state_;
+    int lineHeight_;
+    Layout layout_;
+};
+
+}  // namespace
+
+void drawForm(HDC context, const RECT& bounds, int dpi, const method::EditorState& state, const shell::FontRule& rule,
+              HFONT font) {
+    const auto systemFont = messageFont(dpi);
+    const auto gridFont = ruleFont(rule, dpi);
+    const Look look{dpi, font != nullptr ? font : systemFont.get(), gridFont.get(), false};
+    const int saved = SaveDC(context);
+    OffsetViewportOrgEx(context, bounds.left, bounds.top, nullptr);
+    const SIZE size{widthOf(bounds), heightOf(bounds)};
+    IntersectClipRect(context, 0, 0, size.cx, size.cy);
+    {
+        const Selected selected(context, look.font);
+        Picture(context, size, look, state).draw();
+    }
+    RestoreDC(context, saved);
+}
+
+}  // namespace vrn::activex

@@ -1,0 +1,15 @@
+// The form as a picture, drawn from the models without windows.
+#pragma once
+
+#include <windows.h>
+
+#include "method/EditorState.h"
+#include "shell/modMethod.h"
+
+namespace vrn::activex {
+
+/// `font` is that of everything but grid and list; null for the system's.
+void drawForm(HDC context, const RECT& bounds, int dpi, const method::EditorState& state, const shell::FontRule& rule,
+              HFONT font);
+
+}  // namespace vrn::activex

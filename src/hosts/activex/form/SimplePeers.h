@@ -1,0 +1,62 @@
+// Peers of the controls that the system has as they are: button, label, description box.
+#pragma once
+
+#include "hosts/activex/form/Peer.h"
+
+namespace vrn::activex {
+
+class ButtonPeer final : public Peer {
+  public:
+    ButtonPeer(Session& session, controls::Button& model, ControlId id) noexcept
+        : Peer(session, model, id), model_(model) {}
+    void onCommand(int code) override;
+    /// As a click of the mouse does.
+    void press();
+    /// The key that presses the button together with Alt, in upper case; 0 without one.
+    [[nodiscard]] static wchar_t mnemonicOf(const controls::Button& model);
+    [[nodiscard]] wchar_t mnemonic() const { return mnemonicOf(model_); }
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+
+  private:
+    controls::Button& model_;
+};
+
+class LabelPeer final : public Peer {
+  public:
+    LabelPeer(Session& session, controls::Label& model, ControlId id) noexcept
+        : Peer(session, model, id), model_(model) {}
+    [[nodiscard]] bool takesFocus() const noexcept override { return false; }
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+    void update(controls::Change change) override;
+
+  private:
+    controls::Label& model_;
+};
+
+/// A box of several lines in which the user types.
+class TextPeer final : public Peer {
+  public:
+    TextPeer(Session& session, controls::TextBox& model, ControlId id) noexcept
+        : Peer(session, model, id), model_(model) {}
+    void onCommand(int code) override;
+
+  protected:
+    [[nodiscard]] Making making(HWND parent) const override;
+    void update(controls::Change change) override;
+    LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    void show();
+
+    controls::TextBox& model_;
+    bool showing_ = false;
+};
+
+/// The text of a window.
+[[nodiscard]] std::wstring windowText(HWND window);
+
+}  // namespace vrn::activex

@@ -1,0 +1,84 @@
+#include "hosts/sample/AuditView.h"
+
+#include <functional>
+
+namespace vrn::sample {
+
+namespace {
+
+using Element = com::ComPtr<IXMLDOMElement>;
+
+std::wstring attributeOf(IXMLDOMElement* element, const wchar_t* name) {
+    com::Variant value;
+    const com::Bstr attribute{std::wstring_view(name)};
+    const bool there = element->getAttribute(attribute.get(), value.put()) == S_OK && value.get().vt == VT_BSTR;
+    return there ? std::wstring(value.get().bstrVal, SysStringLen(value.get().bstrVal)) : std::wstring();
+}
+
+bool hasAttribute(IXMLDOMElement* element, const wchar_t* name) {
+    com::ComPtr<IXMLDOMAttribute> node;
+    const com::Bstr attribute{std::wstring_view(name)};
+    return element->getAttributeNode(attribute.get(), &node) == S_OK && node != nullptr;
+}
+
+void forEachElement(IXMLDOMDocument* document, const wchar_t* path, const std::function<void(IXMLDOMElement*)>& use) {
+    com::ComPtr<IXMLDOMNodeList> nodes;
+    com::ComPtr<IXMLDOMNode> node;
+    const com::Bstr query{std::wstring_view(path)};
+    com::require(document->selectNodes(query.get(), &nodes));
+    while (nodes->nextNode(node.ReleaseAndGetAddressOf()) == S_OK && node != nullptr) {
+        if (Element element; SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, &element))) {
+            use(element.Get());
+        }
+    }
+}
+
+struct Change {
+    const wchar_t* path;
+    const wchar_t* attribute;
+    const wchar_t* caption;
+};
+
+constexpr Change singleChanges[] = {
+    {L"MethodAuditTrail/Cycle", L"name", L"Cycle"},
+    {L"MethodAuditTrail/Cycle", L"date", L"Date of the cycle"},
+    {L"MethodAuditTrail/Syringe", L"size", L"Syringe"},
+};
+
+}  // namespace
+
+void AuditView::create(HWND parent, int id) {
+    ListView::create(parent, id, L"Audit trail", {{L"Changed", 150}, {L"New value", 120}});
+}
+
+void AuditView::showNothing() const {
+    clear();
+    addRow({L"Compare shows the changes.", L""});
+}
+
+void AuditView::showTrail(const com::Bstr& trail) const {
+    clear();
+    const auto document = parseDocument(trail.get());
+    if (document == nullptr) {
+        addRow({L"No audit trail can be made of the method as it is.", L""});
+        return;
+    }
+    bool any = false;
+    for (const auto& change : singleChanges) {
+        forEachElement(document.Get(), change.path, [&](IXMLDOMElement* element) {
+            if (hasAttribute(element, change.attribute)) {
+                addRow({change.caption, attributeOf(element, change.attribute)});
+                any = true;
+            }
+        });
+    }
+    forEachElement(document.Get(), L"MethodAuditTrail/MethodParameters/Parameter", [&](IXMLDOMElement* element) {
+        addRow({attributeOf(element, L"name"), attributeOf(element, L"value")});
+        any = true;
+    });
+    if (!any) {
+        addRow({L"No changes", L""});
+    }
+}
+
+}  // namespace vrn::sample

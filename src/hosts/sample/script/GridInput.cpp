@@ -1,0 +1,140 @@
+#include "hosts/sample/script/GridInput.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "hosts/activex/form/ControlIds.h"
+#include "hosts/sample/Measures.h"
+#include "text/windows/Wide.h"
+
+namespace vrn::sample {
+
+namespace {
+
+// In the grid's own units the value column begins here, however wide it is drawn.
+constexpr int valueColumn = 150;
+constexpr LONG farthest = 0x7FFF;  // what a message's parameter can hold
+
+com::Variant childId(int row) { return com::Variant(std::int32_t{row}); }
+
+bool isList(HWND editor) { return GetDlgCtrlID(editor) == activex::gridListEditorId; }
+
+}  // namespace
+
+GridWindow::GridWindow(HWND form) : ChildWindow(form, "grdMacro"), form_(form) {
+    com::require(AccessibleObjectFromWindow(handle(), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                            reinterpret_cast<void**>(accessible_.GetAddressOf())));
+}
+
+int GridWindow::rowCount() const {
+    long children = 0;
+    com::require(accessible_->get_accChildCount(&children));
+    return static_cast<int>(children) + 1;
+}
+
+std::string GridWindow::name(int row) const {
+    com::Bstr text;
+    com::require(accessible_->get_accName(childId(row).get(), text.put()));
+    return text.utf8();
+}
+
+std::string GridWindow::value(int row) const {
+    com::Bstr text;
+    com::require(accessible_->get_accValue(childId(row).get(), text.put()));
+    return text.utf8();
+}
+
+std::string GridWindow::hint(int row) const {
+    const LPARAM place = placeOf(row, 0);
+    send(WM_MOUSELEAVE);
+    send(WM_MOUSEMOVE, 0, place);
+    const ChildWindow toolTip(form_, "txtToolTip");
+    auto text = toolTip.visible() ? toolTip.text() : std::string();
+    send(WM_MOUSELEAVE);
+    return text;
+}
+
+// In the grid's client area.
+RECT GridWindow::valuePlace(int row) const {
+    long left = 0;
+    long top = 0;
+    long width = 0;
+    long height = 0;
+    com::require(accessible_->accLocation(&left, &top, &width, &height, childId(row).get()));
+    RECT place{left, top, left + width, top + height};
+    MapWindowPoints(nullptr, handle(), reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+void GridWindow::bringIntoView(int row) const {
+    RECT header{};
+    GetWindowRect(GetDlgItem(handle(), activex::gridHeaderId), &header);
+    RECT client{};
+    GetClientRect(handle(), &client);
+    const LONG top = header.bottom - header.top;
+    const int rows = rowCount();
+    for (int i = 0; i < rows && valuePlace(row).top < top; ++i) {
+        send(WM_VSCROLL, SB_LINEUP);
+    }
+    for (int i = 0; i < rows && valuePlace(row).bottom > client.bottom; ++i) {
+        send(WM_VSCROLL, SB_LINEDOWN);
+    }
+}
+
+LPARAM GridWindow::placeOf(int row, int position) const {
+    RECT place{};
+    if (row == 0) {
+        GetClientRect(handle(), &place);
+        return MAKELPARAM(0, place.top);
+    }
+    bringIntoView(row);
+    place = valuePlace(row);
+    // The name column is drawn as wide as the user likes, and counts as wide as it counts.
+    const LONGLONG x = position < valueColumn
+                           ? (LONGLONG{position} * place.left + valueColumn - 1) / valueColumn
+                           : place.left + LONGLONG{position - valueColumn} * dotsPerInch() / USER_DEFAULT_SCREEN_DPI;
+    return MAKELPARAM(static_cast<LONG>(std::clamp<LONGLONG>(x, -farthest, farthest)), (place.top + place.bottom) / 2);
+}
+
+HWND GridWindow::editor() const noexcept {
+    for (const int id : {activex::gridTextEditorId, activex::gridListEditorId}) {
+        HWND const editor = GetDlgItem(handle(), id);
+        if (editor != nullptr && (GetWindowLongW(editor, GWL_STYLE) & WS_VISIBLE) != 0) {
+            return editor;
+        }
+    }
+    return nullptr;
+}
+
+HWND GridWindow::openEditor(int row) const {
+    send(WM_KEYDOWN, VK_HOME);
+    for (int at = 1; at < row; ++at) {
+        send(WM_KEYDOWN, VK_DOWN);
+    }
+    send(WM_KEYDOWN, VK_F2);
+    return editor();
+}
+
+bool GridWindow::enter(HWND editor, const std::string& text) {
+    if (!isList(editor)) {
+        replaceText(editor, text);
+        return true;
+    }
+    const auto wanted = text::toWide(text);
+    const auto rows = SendMessageW(editor, CB_GETCOUNT, 0, 0);
+    for (LRESULT row = 0; row < rows; ++row) {
+        const auto index = static_cast<WPARAM>(row);
+        std::wstring item(static_cast<std::size_t>(SendMessageW(editor, CB_GETLBTEXTLEN, index, 0)), L'\0');
+        SendMessageW(editor, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(item.data()));
+        if (item == wanted) {
+            SendMessageW(editor, CB_SETCURSEL, index, 0);
+            SendMessageW(GetParent(editor), WM_COMMAND, MAKEWPARAM(activex::gridListEditorId, CBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(editor));
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace vrn::sample

@@ -1,0 +1,113 @@
+#include "hosts/sample/script/HostWindow.h"
+
+#include <exception>
+
+#include "hosts/sample/Measures.h"
+
+namespace vrn::sample {
+
+namespace {
+
+constexpr const wchar_t* windowClass = L"vrnScriptedHost";
+constexpr UINT workMessage = WM_APP + 1;
+constexpr UINT quitMessage = WM_APP + 2;
+// Tall enough for the parameters of any cycle.
+constexpr int width = 1000;
+constexpr int height = 1000;
+constexpr DWORD glance = 1;  // milliseconds between two looks at what has opened
+
+class Event {
+  public:
+    Event() : handle_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
+    ~Event() { CloseHandle(handle_); }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    void set() const noexcept { SetEvent(handle_); }
+    [[nodiscard]] bool wait(DWORD milliseconds) const noexcept {
+        return WaitForSingleObject(handle_, milliseconds) == WAIT_OBJECT_0;
+    }
+
+  private:
+    HANDLE handle_;
+};
+
+// On the stack of the thread that waits for it.
+struct Work {
+    const std::function<void()>& body;
+    std::exception_ptr failure;
+    Event done;
+
+    void run() noexcept {
+        try {
+            body();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        done.set();
+    }
+};
+
+}  // namespace
+
+HostWindow::HostWindow(ErrorHandler onError) {
+    control_.emplace(*this, std::move(onError));
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.lpfnWndProc = &HostWindow::procedure;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    description.lpszClassName = windowClass;
+    RegisterClassExW(&description);
+    window_ = CreateWindowExW(0, windowClass, L"Method Host (scripted)", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
+                              scaled(width), scaled(height), nullptr, nullptr, description.hInstance, nullptr);
+    requireWindow(window_);
+    ShowWindow(window_, SW_SHOWNOACTIVATE);
+    control_->show();
+}
+
+HostWindow::~HostWindow() {
+    control_.reset();
+    DestroyWindow(window_);
+}
+
+void HostWindow::run() {
+    MSG message{};
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+void HostWindow::perform(const std::function<void()>& body, const std::function<void()>& meanwhile) const {
+    Work work{body, nullptr, {}};
+    PostMessageW(window_, workMessage, 0, reinterpret_cast<LPARAM>(&work));
+    while (!work.done.wait(glance)) {
+        meanwhile();
+    }
+    if (work.failure) {
+        std::rethrow_exception(work.failure);
+    }
+}
+
+void HostWindow::quit() const { PostMessageW(window_, quitMessage, 0, 0); }
+
+RECT HostWindow::controlPlace() const noexcept {
+    RECT place{};
+    GetClientRect(window_, &place);
+    return place;
+}
+
+LRESULT CALLBACK HostWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+        case workMessage:
+            reinterpret_cast<Work*>(lParam)->run();
+            return 0;
+        case quitMessage:
+            PostQuitMessage(0);
+            return 0;
+        default:
+            return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+}  // namespace vrn::sample
