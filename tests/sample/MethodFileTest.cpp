@@ -5,9 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
+#include <stop_token>
+#include <thread>
 
 #include "errors/Error.h"
 #include "hosts/sample/Verification.h"
+#include "hosts/sample/script/Dialogs.h"
 #include "hosts/sample/script/HostWindow.h"
 #include "hosts/sample/script/UserInput.h"
 #include "sample/ActivationContext.h"
@@ -19,6 +22,21 @@ namespace fs = std::filesystem;
 using sample::MethodEditorError;
 
 const fs::path samples = fs::path(VRN_SOURCE_DIR) / "samples";
+
+// Presses OK in every message box of a thread.
+class PatientUser {
+  public:
+    explicit PatientUser(DWORD thread)
+        : hand_([thread](const std::stop_token& over) {
+              while (!over.stop_requested()) {
+                  static_cast<void>(sample::answerMessageBox(thread));
+                  Sleep(2);
+              }
+          }) {}
+
+  private:
+    std::jthread hand_;
+};
 
 class MethodFileTest : public ::testing::Test {
   protected:
@@ -80,7 +98,7 @@ TEST_F(MethodFileTest, SavedFileOpensAgainAndVerifies) {
     EXPECT_TRUE(file.isChanged());
     ASSERT_TRUE(file.open(saved));
     EXPECT_TRUE(errors.empty());
-    EXPECT_EQ(description(), "M\xC3\xBCller & <S\xC3\xB6hne>\r\nzweite Zeile");
+    EXPECT_EQ(description(), "M\xC3\xBCller & <S\xC3\xB6hne>\r\nzweite Zeile\r\n");
     EXPECT_FALSE(file.isChanged());
     std::ifstream bytes(fs::path(saved), std::ios::binary);
     EXPECT_EQ(bytes.get(), 0xFF);  // the declaration says UTF-16
@@ -97,6 +115,7 @@ TEST_F(MethodFileTest, FileThatCannotBeWrittenLeavesTheMethodChanged) {
 
 TEST_F(MethodFileTest, TamperedMethodIsNotAcceptedAndKeepsItsFile) {
     file.openSet((samples / "instrument").wstring());
+    const PatientUser user(GetCurrentThreadId());  // is told that the empty method has no syringe
     EXPECT_FALSE(file.open((samples / "instrument/methods/tampered.xml").wstring()));
     EXPECT_EQ(file.path(), L"");
     ASSERT_EQ(errors.size(), 1U);

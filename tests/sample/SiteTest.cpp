@@ -68,12 +68,12 @@ TEST_F(SiteTest, OneObjectOfSeveralInterfaces) {
         ComPtr<IUnknown> back;
         ASSERT_EQ(site->QueryInterface(id, reinterpret_cast<void**>(face.GetAddressOf())), S_OK);
         ASSERT_EQ(face->QueryInterface(IID_PPV_ARGS(&back)), S_OK);
-        EXPECT_EQ(back, identity);
+        EXPECT_EQ(back.Get(), identity.Get());
     }
     // The frame is another object: it answers GetWindow with another window.
     ComPtr<IUnknown> ofFrame;
     ASSERT_EQ(frame()->QueryInterface(IID_PPV_ARGS(&ofFrame)), S_OK);
-    EXPECT_NE(ofFrame, identity);
+    EXPECT_NE(ofFrame.Get(), identity.Get());
 }
 
 TEST_F(SiteTest, AmbientProperties) {

@@ -52,7 +52,6 @@ class ControlTest : public ::testing::Test {
   protected:
     void TearDown() override {
         pump();
-        for (int i = 0; i < 200 && Server::instance().canUnload() != S_OK; ++i) { Sleep(10); pump(); }
         EXPECT_EQ(Server::instance().canUnload(), S_OK) << "an object of the control was left";
     }
 

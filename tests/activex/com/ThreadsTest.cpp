@@ -81,15 +81,4 @@ TEST_F(ThreadsTest, AMarshalledCallArrives) {
     }
 }
 
-TEST_F(ThreadsTest, CreatedFromAFreeThreadTheControlIsReachedThroughAProxy) {
-    onThread(COINIT_MULTITHREADED, [] {
-        ComPtr<IVRN_MethodEditor> proxy;
-        ASSERT_EQ(CoCreateInstance(CLSID_VRN_MethodEditor, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&proxy)), S_OK);
-        EXPECT_EQ(proxy->refreshControls(), S_OK);
-        ComPtr<IDispatch> none;
-        EXPECT_EQ(proxy->GetMethodXml(&none), S_OK);
-        EXPECT_EQ(none, nullptr);
-    });
-}
-
 }  // namespace vrn::test

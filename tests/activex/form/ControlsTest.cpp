@@ -155,6 +155,41 @@ TEST_F(FormTest, TabGoesRoundTheControlsThatCanBeUsed) {
     EXPECT_EQ(site.focus, (std::vector<bool>{true, false}));
     form.takeFocus(Form::FocusTarget::Previous);
     EXPECT_EQ(GetFocus(), window(ControlId::txtMethodDescription));
+    // A container that only knows the outermost window.
+    SetFocus(window(ControlId::cmdReplace));
+    SetFocus(parent);
+    SetFocus(form.window());
+    EXPECT_EQ(GetFocus(), window(ControlId::cmdReplace));
+}
+
+TEST_F(FormTest, EverythingStandsApartAndGrowsWithTheForm) {
+    loadSteps({"WASH(7,W2,5)"});
+    const auto place = [this](ControlId id) {
+        RECT rect{};
+        GetWindowRect(window(id), &rect);
+        return rect;
+    };
+    const RECT before = place(ControlId::grdMacro);
+    form.moveTo({0, 0, 1400, 1000}, {0, 0, 1400, 1000});
+    const RECT after = place(ControlId::grdMacro);
+    EXPECT_GT(after.right - after.left, before.right - before.left);
+    EXPECT_GT(after.bottom - after.top, before.bottom - before.top);
+    // The notice takes its room from the frames, and gives it back.
+    const RECT list = place(ControlId::lstMethodMacroList);
+    state().lblCycleDateChanged.setCaption("Notice");
+    state().lblCycleDateChanged.setVisible(true);
+    EXPECT_LT(place(ControlId::lstMethodMacroList).bottom, list.bottom);
+    EXPECT_GT(place(ControlId::lblCycleDateChanged).top, place(ControlId::grdMacro).bottom);
+    state().lblCycleDateChanged.setVisible(false);
+    EXPECT_EQ(place(ControlId::lstMethodMacroList).bottom, list.bottom);
+    // A bigger font: taller rows, and drop-down lists that still have one line.
+    const HFONT big = CreateFontW(-40, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma");
+    form.setFont(big);
+    EXPECT_GE(place(ControlId::cmdInsert).bottom - place(ControlId::cmdInsert).top, 40);
+    EXPECT_GT(place(ControlId::cboSelectedMacro).bottom - place(ControlId::cboSelectedMacro).top, 40);
+    EXPECT_LT(place(ControlId::cboSelectedMacro).bottom, place(ControlId::grdMacro).top);
+    form.setFont(nullptr);
+    DeleteObject(big);
 }
 
 TEST_F(FormTest, TheFocusIsNotLostWithItsControl) {

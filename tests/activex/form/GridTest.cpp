@@ -177,6 +177,54 @@ TEST_F(GridWindowTest, TheHintFollowsTheMouse) {
     EXPECT_FALSE(IsWindowVisible(hint));
 }
 
+TEST_F(GridWindowTest, ASecondClickOrADoubleClickOpensTheEditor) {
+    RECT client{};
+    GetClientRect(grid(), &client);
+    click(grid(), client.right - 30, rowY(3));
+    EXPECT_FALSE(IsWindowVisible(textEditor()));
+    click(grid(), client.right - 30, rowY(3));
+    EXPECT_TRUE(IsWindowVisible(textEditor()));
+    type(textEditor(), L"11");
+    // A click elsewhere in the grid takes the value; one in the arrow opens the list.
+    click(grid(), client.right - 5, rowY(2));
+    pump();
+    EXPECT_EQ(state().grdMacro.cellText(3, 1), "11");
+    EXPECT_EQ(GetFocus(), listEditor());
+    EXPECT_TRUE(SendMessageW(listEditor(), CB_GETDROPPEDSTATE, 0, 0));
+    SendMessageW(listEditor(), CB_SHOWDROPDOWN, FALSE, 0);
+    SendMessageW(grid(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(10, rowY(1)));
+    EXPECT_EQ(GetFocus(), textEditor());
+    key(textEditor(), VK_DOWN);
+    EXPECT_EQ(state().grdMacro.currentRow(), 2);
+}
+
+TEST_F(GridWindowTest, WhatCannotBeUsedIsGreyAndDoesNothing) {
+    RECT client{};
+    GetClientRect(grid(), &client);
+    const auto ground = [&] {
+        UpdateWindow(grid());
+        const HDC context = GetDC(grid());
+        const COLORREF colour = GetPixel(context, client.right / 2, client.bottom - 5);
+        ReleaseDC(grid(), context);
+        return colour;
+    };
+    EXPECT_EQ(ground(), GetSysColor(COLOR_WINDOW));
+    type(grid(), L"9");
+    editor().DisableMethod(true);
+    EXPECT_EQ(ground(), GetSysColor(COLOR_BTNFACE));
+    EXPECT_FALSE(IsWindowVisible(textEditor()));
+    EXPECT_EQ(state().grdMacro.cellText(1, 1), "7");
+    key(grid(), VK_F2);
+    click(grid(), valueX() + 20, rowY(2));
+    pump();
+    EXPECT_FALSE(IsWindowVisible(textEditor()));
+    EXPECT_FALSE(state().mnuUserIndex.shown());
+    EXPECT_FALSE(translated(grid(), WM_KEYDOWN, VK_TAB));
+    editor().DisableMethod(false);
+    EXPECT_EQ(ground(), GetSysColor(COLOR_WINDOW));
+    EXPECT_TRUE(IsWindowEnabled(grid()));
+}
+
 TEST_F(GridWindowTest, RowsScrollAndTheDividerIsDragged) {
     for (int i = 0; i < 1000; ++i) {
         state().grdMacro.addRow({"P" + std::to_string(i), "1", controls::EditStyle::Text, {}});

@@ -38,6 +38,10 @@ LRESULT RootWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             events_.resized();
             return 0;
+        case WM_SETFOCUS:
+            // A container gives the focus to the form as a whole.
+            events_.focusGiven();
+            return 0;
         case WM_DPICHANGED_AFTERPARENT:
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
@@ -200,6 +204,7 @@ void FormWindows::renewLook() {
     for (auto* const peer : peers_) {
         peer->lookChanged();
     }
+    placed_ = false;
     placesChanged();
     RedrawWindow(root_.handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
@@ -230,13 +235,18 @@ Layout FormWindows::places() const noexcept {
     return layOut(input);
 }
 
-// The windows of one frame move together.
+bool FormWindows::changes(ControlId id, const Layout& layout) const noexcept {
+    return !placed_ || EqualRect(&layout_.of(id), &layout.of(id)) == FALSE;
+}
+
+// The windows of one frame move together, and only those that have to.
 void FormWindows::apply(const Layout& layout) const noexcept {
     for (const auto* const frame : peers_) {
         HDWP moves = BeginDeferWindowPos(static_cast<int>(controlCount));
         for (const auto* const peer : peers_) {
             const auto id = peer->controlId();
-            if (peer == &root_ || peer == &txtToolTip_ || peers_[indexOf(frameOf(id))] != frame) {
+            if (peer == &root_ || peer == &txtToolTip_ || peers_[indexOf(frameOf(id))] != frame ||
+                !changes(id, layout)) {
                 continue;
             }
             RECT place = layout.of(id);
@@ -260,7 +270,10 @@ void FormWindows::placesChanged() noexcept {
         return;
     }
     placing_ = true;
-    apply(places());
+    const auto layout = places();
+    apply(layout);
+    layout_ = layout;
+    placed_ = true;
     placing_ = false;
 }
 

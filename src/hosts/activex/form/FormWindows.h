@@ -27,6 +27,7 @@ class FormEvents {
     virtual ~FormEvents() = default;
     virtual void resized() noexcept = 0;
     virtual void appearanceChanged() = 0;
+    virtual void focusGiven() noexcept = 0;
     virtual void settleFocus() noexcept = 0;
     virtual void openMenu() = 0;
     virtual void endNow() noexcept = 0;
@@ -85,6 +86,7 @@ class FormWindows final : public Session, private FormEvents {
   private:
     void resized() noexcept override { placesChanged(); }
     void appearanceChanged() override;
+    void focusGiven() noexcept override { takeFocus(Form::FocusTarget::Previous); }
     void settleFocus() noexcept override;
     void openMenu() override;
     void endNow() noexcept override;
@@ -94,6 +96,8 @@ class FormWindows final : public Session, private FormEvents {
     void renewLook();
     [[nodiscard]] Layout places() const noexcept;
     void apply(const Layout& layout) const noexcept;
+    /// Whether a window stands elsewhere in this layout than it does now.
+    [[nodiscard]] bool changes(ControlId id, const Layout& layout) const noexcept;
     [[nodiscard]] bool owns(HWND handle) const noexcept;
     [[nodiscard]] bool dispatchWanted(const MSG& message) const noexcept;
     [[nodiscard]] bool onTab(HWND focus) noexcept;
@@ -137,6 +141,8 @@ class FormWindows final : public Session, private FormEvents {
     bool focusIn_ = false;
     bool adrift_ = false;
     bool placing_ = false;
+    bool placed_ = false;  // whether `layout_` is how the windows stand
+    Layout layout_;
     std::shared_ptr<Session> untilEnd_;  // itself, while the end waits for the message loop
 };
 

@@ -56,6 +56,7 @@ void GridWindow::createParts() {
         item.fmt = HDF_LEFT | HDF_STRING;
         SendMessageW(header_, HDM_INSERTITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
     }
+    EnableWindow(header_, model_.enabled() ? TRUE : FALSE);
     editor_.create(handle());
 }
 
@@ -301,7 +302,8 @@ LRESULT GridWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETOBJECT:
             return accessible(wParam, lParam);
         case WM_GETDLGCODE:
-            return DLGC_WANTARROWS | DLGC_WANTCHARS;
+            // Enter opens the editor, also where a dialog would press its default button.
+            return DLGC_WANTARROWS | DLGC_WANTCHARS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
         case WM_SETFOCUS:
             beSomewhere();
             repaintRow(model_.currentRow());

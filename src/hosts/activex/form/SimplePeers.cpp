@@ -22,10 +22,8 @@ std::wstring windowText(HWND window) {
 }
 
 Window::Making ButtonPeer::making(HWND parent) const {
-    // The caption lives in the system's window from here on: it never changes.
-    thread_local std::wstring caption;
-    caption = text::toWide(model_.caption());
-    return {L"BUTTON", caption.c_str(), WS_TABSTOP | BS_PUSHBUTTON, 0, parent, 0};
+    caption_ = text::toWide(model_.caption());
+    return {L"BUTTON", caption_.c_str(), WS_TABSTOP | BS_PUSHBUTTON, 0, parent, 0};
 }
 
 void ButtonPeer::onCommand(int code) {

@@ -1,6 +1,8 @@
 // Peers of the controls that the system has as they are: button, label, description box.
 #pragma once
 
+#include <string>
+
 #include "hosts/activex/form/Peer.h"
 
 namespace vrn::activex {
@@ -21,6 +23,7 @@ class ButtonPeer final : public Peer {
 
   private:
     controls::Button& model_;
+    mutable std::wstring caption_;
 };
 
 class LabelPeer final : public Peer {
