@@ -1,5 +1,6 @@
 #include "hosts/sample/AuditView.h"
 
+#include <array>
 #include <functional>
 
 namespace vrn::sample {
@@ -39,11 +40,11 @@ struct Change {
     const wchar_t* caption;
 };
 
-constexpr Change singleChanges[] = {
+constexpr std::array<Change, 3> singleChanges{{
     {L"MethodAuditTrail/Cycle", L"name", L"Cycle"},
     {L"MethodAuditTrail/Cycle", L"date", L"Date of the cycle"},
     {L"MethodAuditTrail/Syringe", L"size", L"Syringe"},
-};
+}};
 
 }  // namespace
 

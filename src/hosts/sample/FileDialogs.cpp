@@ -15,7 +15,7 @@ constexpr const wchar_t* folderTitle = L"Folder with macros.xml, objects.xml and
 constexpr const wchar_t* filter = L"Methods (*.xml)\0*.xml\0All files\0*.*\0";
 
 std::wstring taken(LPWSTR text) {
-    const std::wstring copy(text == nullptr ? L"" : text);
+    std::wstring copy(text == nullptr ? L"" : text);
     CoTaskMemFree(text);
     return copy;
 }

@@ -3,6 +3,7 @@
 // After windows.h, which it builds on.
 #include <commctrl.h>
 
+#include <array>
 #include <utility>
 
 #include "errors/modErr.h"
@@ -192,8 +193,8 @@ void Window::showState() {
         EnableMenuItem(menu, static_cast<UINT>(command), loaded ? MF_ENABLED : MF_GRAYED);
         toolBar_.enable(command, loaded);
     }
-    const std::pair<UINT, bool> checks[] = {
-        {IDM_LOCK, locked_}, {IDM_SHOW_AUDIT, panes_.showAudit}, {IDM_SHOW_EVENTS, panes_.showEvents}};
+    const std::array<std::pair<UINT, bool>, 3> checks{
+        {{IDM_LOCK, locked_}, {IDM_SHOW_AUDIT, panes_.showAudit}, {IDM_SHOW_EVENTS, panes_.showEvents}}};
     for (const auto& [command, checked] : checks) {
         CheckMenuItem(menu, command, checked ? MF_CHECKED : MF_UNCHECKED);
     }

@@ -10,6 +10,23 @@ inline constexpr int txtMethodDescription = 102;
 inline constexpr int lstMethodMacroList = 106;
 inline constexpr int cmdDelete = 109;
 
+/// The child control's window below the control's.
+inline HWND childOf(HWND window, int id) {
+    struct Search {
+        int id;
+        HWND found;
+    } search{id, nullptr};
+    const auto look = [](HWND candidate, LPARAM argument) -> BOOL {
+        auto* const wanted = reinterpret_cast<Search*>(argument);
+        if (GetDlgCtrlID(candidate) == wanted->id) {
+            wanted->found = candidate;
+        }
+        return wanted->found == nullptr ? TRUE : FALSE;
+    };
+    EnumChildWindows(window, look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 class ContainerTest : public ControlTest {
   protected:
     void SetUp() override {
@@ -23,21 +40,6 @@ class ContainerTest : public ControlTest {
     }
     /// The window of a child control while the control is active.
     [[nodiscard]] HWND child(int id) const { return childOf(container.controlWindow(), id); }
-    static HWND childOf(HWND window, int id) {
-        struct Search {
-            int id;
-            HWND found;
-        } search{id, nullptr};
-        const auto look = [](HWND candidate, LPARAM argument) -> BOOL {
-            auto* const wanted = reinterpret_cast<Search*>(argument);
-            if (GetDlgCtrlID(candidate) == wanted->id) {
-                wanted->found = candidate;
-            }
-            return wanted->found == nullptr ? TRUE : FALSE;
-        };
-        EnumChildWindows(window, look, reinterpret_cast<LPARAM>(&search));
-        return search.found;
-    }
     /// What a user does who clicks a line of the sequence.
     static void clickLine(HWND list, int line) {
         RECT place{};

@@ -1,5 +1,7 @@
 #include "activex/com/Server.h"
 
+#include "activex/com/Registered.h"
+
 #include "com/Dispatch.h"
 #include "support/Documents.h"
 #include "text/windows/Wide.h"
@@ -15,11 +17,6 @@ class Apartment final : public ::testing::Environment {
 };
 
 [[maybe_unused]] auto* const apartment = ::testing::AddGlobalTestEnvironment(new Apartment);
-
-template <typename Function>
-Function functionOf(HMODULE module, const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
 
 }  // namespace
 
@@ -49,8 +46,8 @@ Server::Server() {
     program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
     path_ = program.substr(0, program.find_last_of(L'\\') + 1) + L"vrnMthdA.ocx";
     module_ = LoadLibraryW(path_.c_str());
-    getClassObject_ = functionOf<LPFNGETCLASSOBJECT>(module_, "DllGetClassObject");
-    canUnload_ = functionOf<LPFNCANUNLOADNOW>(module_, "DllCanUnloadNow");
+    getClassObject_ = exportOf<LPFNGETCLASSOBJECT>(module_, "DllGetClassObject");
+    canUnload_ = exportOf<LPFNCANUNLOADNOW>(module_, "DllCanUnloadNow");
 }
 
 ComPtr<IClassFactory> Server::factory() const {

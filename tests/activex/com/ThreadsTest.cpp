@@ -3,7 +3,7 @@
 #include <atomic>
 #include <thread>
 
-#include "activex/com/Server.h"
+#include "activex/com/Registered.h"
 #include "activex/com/Sink.h"
 
 namespace vrn::test {
@@ -12,8 +12,8 @@ namespace {
 
 class ThreadsTest : public ControlTest {
   protected:
-    static void SetUpTestSuite() { callExport("DllRegisterServer"); }
-    static void TearDownTestSuite() { callExport("DllUnregisterServer"); }
+    static void SetUpTestSuite() { registerServer(); }
+    static void TearDownTestSuite() { unregisterServer(); }
 
     // Runs on a thread of its own while this one answers the calls that come over to it.
     template <typename Body>
@@ -30,14 +30,6 @@ class ThreadsTest : public ControlTest {
             Sleep(1);
         }
         thread.join();
-    }
-
-  private:
-    static void callExport(const char* name) {
-        using Function = HRESULT(STDMETHODCALLTYPE*)();
-        const auto function =
-            reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(Server::instance().module(), name)));
-        EXPECT_EQ(function(), S_OK);
     }
 };
 

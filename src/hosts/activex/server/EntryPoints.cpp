@@ -1,6 +1,7 @@
 // The four functions that the DLL exports.
 #include <windows.h>
 
+#include "hosts/activex/form/Form.h"
 #include "hosts/activex/server/ClassFactory.h"
 #include "hosts/activex/server/Module.h"
 #include "hosts/activex/server/Registration.h"
@@ -14,7 +15,10 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
     return clsid == CLSID_VRN_MethodEditor ? vrn::activex::classFactory(iid, object) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
-STDAPI DllCanUnloadNow() { return vrn::activex::module::isIdle() ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow() {
+    // A form that was let go inside one of its own messages takes its windows away a little later; they run code of this file.
+    return vrn::activex::module::isIdle() && vrn::activex::Form::windowsLeft() == 0 ? S_OK : S_FALSE;
+}
 
 STDAPI DllRegisterServer() { return vrn::activex::registerServer(); }
 

@@ -78,14 +78,14 @@ void HostWindow::run() {
     }
 }
 
-void HostWindow::perform(const std::function<void()>& body, const std::function<void()>& meanwhile) const {
-    Work work{body, nullptr, {}};
-    PostMessageW(window_, workMessage, 0, reinterpret_cast<LPARAM>(&work));
-    while (!work.done.wait(glance)) {
+void HostWindow::perform(const std::function<void()>& work, const std::function<void()>& meanwhile) const {
+    Work order{work, nullptr, {}};
+    PostMessageW(window_, workMessage, 0, reinterpret_cast<LPARAM>(&order));
+    while (!order.done.wait(glance)) {
         meanwhile();
     }
-    if (work.failure) {
-        std::rethrow_exception(work.failure);
+    if (order.failure) {
+        std::rethrow_exception(order.failure);
     }
 }
 

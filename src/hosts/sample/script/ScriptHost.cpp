@@ -21,7 +21,9 @@ namespace vrn::sample {
 
 namespace {
 
-constexpr int leastRounds = 2;     // a round may still be of the loop of a box that is about to end
+// The first round may be of the loop of a box that is about to end; what the windows post to themselves while they go on from
+// there may come behind the second.
+constexpr int quietRounds = 3;
 constexpr int mostRounds = 10000;  // some seconds for a menu to go
 
 void requireUsable(const ChildWindow& window, const std::string& name) {
@@ -214,7 +216,7 @@ class Session final : public script::Operations {
 
     // Until the windows have dealt with all that was posted to them, and no message box is left.
     void settle() {
-        for (int round = 0; round < leastRounds || meetMessageBox(); ++round) {
+        for (int quiet = 0; quiet < quietRounds; quiet = meetMessageBox() ? 0 : quiet + 1) {
             run([] {});
         }
     }

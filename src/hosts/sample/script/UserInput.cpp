@@ -29,22 +29,23 @@ constexpr std::array<std::pair<std::string_view, ControlId>, 11> identifiers{{
     {"lblCycleDateChanged", ControlId::lblCycleDateChanged},
 }};
 
+struct Search {
+    int id;
+    HWND found;
+};
+
+BOOL CALLBACK look(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    if (GetDlgCtrlID(window) == search.id) {
+        search.found = window;
+    }
+    return search.found == nullptr ? TRUE : FALSE;
+}
+
 // Below the form at whatever depth.
 HWND descendant(HWND form, int id) {
-    struct Search {
-        int id;
-        HWND found;
-    } search{id, nullptr};
-    EnumChildWindows(
-        form,
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            if (GetDlgCtrlID(window) == wanted.id) {
-                wanted.found = window;
-            }
-            return wanted.found == nullptr ? TRUE : FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    Search search{id, nullptr};
+    EnumChildWindows(form, &look, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
@@ -113,6 +114,7 @@ std::string ListWindow::item(int index) const {
 std::vector<std::string> ListWindow::items() const {
     std::vector<std::string> items;
     const int rows = count();
+    items.reserve(static_cast<std::size_t>(rows));
     for (int row = 0; row < rows; ++row) {
         items.push_back(item(row));
     }
