@@ -86,7 +86,7 @@ class Variant {
     }
 
   private:
-    VARIANT value_;
+    VARIANT value_{};
 };
 
 }  // namespace vrn::com

@@ -143,8 +143,7 @@ Converter Converter::fromUtf8(const std::string& encoding) {
 std::size_t Converter::convert(std::string_view input, std::string& out) const {
     std::string_view rest = input;
     while (!rest.empty()) {
-        const std::size_t plain =
-            static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isAscii) - rest.begin());
+        const auto plain = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isAscii) - rest.begin());
         out.append(rest, 0, plain);
         rest.remove_prefix(plain);
         if (rest.empty()) {

@@ -1,5 +1,7 @@
 #include "hosts/activex/control/Control.h"
 
+#include <array>
+
 #include "hosts/activex/control/Ambients.h"
 #include "hosts/activex/control/ClassInformation.h"
 #include "hosts/activex/control/Events.h"
@@ -83,27 +85,27 @@ Control::~Control() {
 }
 
 IUnknown* Control::find(REFIID iid) noexcept {
-    const std::pair<const IID&, IUnknown*> interfaces[] = {
-        {IID_IVRN_MethodEditor, members_.get()},
-        {IID_IDispatch, members_.get()},
-        {IID_IMethodEditorServices, serviceMembers_.get()},
-        {IID_IOleObject, static_cast<IOleObject*>(ole_.get())},
-        {IID_IOleControl, static_cast<IOleControl*>(ole_.get())},
-        {IID_IOleInPlaceObject, static_cast<IOleInPlaceObject*>(inPlace_.get())},
-        {IID_IOleInPlaceActiveObject, static_cast<IOleInPlaceActiveObject*>(inPlace_.get())},
-        {IID_IOleWindow, static_cast<IOleInPlaceObject*>(inPlace_.get())},
-        {IID_IViewObject, view_.get()},
-        {IID_IViewObject2, view_.get()},
-        {IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(persistence_.get())},
-        {IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(persistence_.get())},
-        {IID_IPersist, static_cast<IPersistStreamInit*>(persistence_.get())},
-        {IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(classInformation_.get())},
-        {IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(classInformation_.get())},
-        {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(classInformation_.get())},
-        {IID_IConnectionPointContainer, events_.get()},
-    };
+    const std::array<std::pair<const IID*, IUnknown*>, 17> interfaces{{
+        {&IID_IVRN_MethodEditor, members_.get()},
+        {&IID_IDispatch, members_.get()},
+        {&IID_IMethodEditorServices, serviceMembers_.get()},
+        {&IID_IOleObject, static_cast<IOleObject*>(ole_.get())},
+        {&IID_IOleControl, static_cast<IOleControl*>(ole_.get())},
+        {&IID_IOleInPlaceObject, static_cast<IOleInPlaceObject*>(inPlace_.get())},
+        {&IID_IOleInPlaceActiveObject, static_cast<IOleInPlaceActiveObject*>(inPlace_.get())},
+        {&IID_IOleWindow, static_cast<IOleInPlaceObject*>(inPlace_.get())},
+        {&IID_IViewObject, view_.get()},
+        {&IID_IViewObject2, view_.get()},
+        {&IID_IPersistStreamInit, static_cast<IPersistStreamInit*>(persistence_.get())},
+        {&IID_IPersistPropertyBag, static_cast<IPersistPropertyBag*>(persistence_.get())},
+        {&IID_IPersist, static_cast<IPersistStreamInit*>(persistence_.get())},
+        {&IID_IProvideClassInfo, static_cast<IProvideClassInfo2*>(classInformation_.get())},
+        {&IID_IProvideClassInfo2, static_cast<IProvideClassInfo2*>(classInformation_.get())},
+        {&IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(classInformation_.get())},
+        {&IID_IConnectionPointContainer, events_.get()},
+    }};
     for (const auto& [id, object] : interfaces) {
-        if (id == iid) {
+        if (*id == iid) {
             return object;
         }
     }

@@ -96,7 +96,7 @@ HRESULT EventPoint::Advise(IUnknown* sink, DWORD* cookie) {
         }
         do {
             ++lastCookie_;
-        } while (lastCookie_ == 0 || sinks_.count(lastCookie_) != 0);
+        } while (lastCookie_ == 0 || sinks_.contains(lastCookie_));
         sinks_.emplace(lastCookie_, std::move(listener));
         *cookie = lastCookie_;
         return S_OK;
@@ -134,7 +134,7 @@ void EventPoint::invoke(DISPID member, std::vector<VARIANT>& arguments) noexcept
         const auto sinks = sinks_;
         for (const auto& [cookie, sink] : sinks) {
             // Another sink may have taken it away meanwhile.
-            if (sinks_.count(cookie) != 0) {
+            if (sinks_.contains(cookie)) {
                 tell(*sink.Get(), member, arguments);
             }
         }

@@ -41,9 +41,9 @@ void Form::destroy() noexcept {
 
 HWND Form::window() const noexcept { return windows_ ? windows_->window() : nullptr; }
 
-void Form::show(bool visible) noexcept { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
+void Form::show(bool visible) const noexcept { ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE); }
 
-void Form::moveTo(const RECT& place, const RECT& clip) noexcept {
+void Form::moveTo(const RECT& place, const RECT& clip) const noexcept {
     if (window() == nullptr) {
         return;
     }

@@ -41,9 +41,9 @@ class Form {
     void destroy() noexcept;
     /// The form's outermost window, null while there is none.
     [[nodiscard]] HWND window() const noexcept;
-    void show(bool visible) noexcept;
+    void show(bool visible) const noexcept;
     /// New place, in pixels of the parent; `clip` is the part of it that may be seen.
-    void moveTo(const RECT& place, const RECT& clip) noexcept;
+    void moveTo(const RECT& place, const RECT& clip) const noexcept;
     /// The container's own font for everything but grid and list, which follow the editor's rule; null for the system's. The
     /// font stays the caller's, who keeps it until another is set.
     void setFont(HFONT font) noexcept;

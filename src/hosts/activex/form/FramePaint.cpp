@@ -29,11 +29,11 @@ void paintCaption(HDC context, const RECT& place, const std::wstring& caption, b
     SetBkMode(context, TRANSPARENT);
     if (theme != nullptr) {
         DrawThemeText(theme, context, BP_GROUPBOX, enabled ? GBS_NORMAL : GBS_DISABLED, caption.c_str(), -1,
-                      DT_SINGLELINE | DT_LEFT | DT_TOP | DT_NOPREFIX, 0, &text);
+                      DT_SINGLELINE | DT_NOPREFIX, 0, &text);
         return;
     }
     SetTextColor(context, GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    DrawTextW(context, caption.c_str(), -1, &text, DT_SINGLELINE | DT_LEFT | DT_TOP | DT_NOPREFIX);
+    DrawTextW(context, caption.c_str(), -1, &text, DT_SINGLELINE | DT_NOPREFIX);
 }
 
 }  // namespace

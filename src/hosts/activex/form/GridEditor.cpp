@@ -167,8 +167,8 @@ void GridEditor::fillList(const controls::GridRow& cells) {
         SendMessageW(window, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         widest = std::max(widest, textWidth(context.get(), text));
     }
-    SendMessageW(window, CB_SETDROPPEDWIDTH,
-                 static_cast<WPARAM>(widest + GetSystemMetrics(SM_CXVSCROLL) + scaled(8, session_.look().dpi)), 0);
+    const int width = widest + GetSystemMetrics(SM_CXVSCROLL) + scaled(8, session_.look().dpi);
+    SendMessageW(window, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
     SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(found - items_.begin()), 0);
     SendMessageW(window, WM_SETREDRAW, TRUE, 0);
 }

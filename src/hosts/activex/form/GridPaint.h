@@ -11,9 +11,9 @@ namespace vrn::activex {
 struct GridPicture {
     const GridGeometry& geometry;
     const controls::Grid& model;
-    HFONT font;
-    bool focused;       ///< whether the keyboard is in the grid
-    int editedRow = 0;  ///< the row whose value is under the open editor
+    HFONT font = nullptr;
+    bool focused = false;  ///< whether the keyboard is in the grid
+    int editedRow = 0;     ///< the row whose value is under the open editor
 };
 
 /// Draws all rows that touch `area`, and the empty ground below them. The header is a window of its own.

@@ -39,8 +39,7 @@ void MenuPeer::track(HWND owner, POINT screen) {
         AppendMenuW(menu.get(), MF_STRING, i + 1, menuText(captions[i]).c_str());
     }
     tracking_ = true;
-    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_TOPALIGN,
-                                         screen.x, screen.y, owner, nullptr);
+    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, screen.x, screen.y, owner, nullptr);
     tracking_ = false;
     if (!session_.open()) {
         return;

@@ -12,6 +12,7 @@ namespace {
 constexpr const wchar_t* dialogClass = L"#32770";
 constexpr const wchar_t* menuClass = L"#32768";
 constexpr int messageTextId = 0xFFFF;
+constexpr int patience = 50;            // milliseconds
 constexpr UINT getMenuHandle = 0x01E1;  // MN_GETHMENU, which headers of newer systems alone declare
 
 bool isOfClass(HWND window, const wchar_t* wanted) {
@@ -44,7 +45,7 @@ std::int32_t flagsOf(HICON icon) {
     return icon == LoadIconW(nullptr, IDI_INFORMATION) ? MB_ICONINFORMATION : 0;
 }
 
-std::int32_t flagsOfBox(HWND box) {
+std::int32_t shownFlags(HWND box) {
     HWND child = nullptr;
     while ((child = FindWindowExW(box, child, L"Static", nullptr)) != nullptr) {
         if ((GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
@@ -52,6 +53,16 @@ std::int32_t flagsOfBox(HWND box) {
         }
     }
     return 0;
+}
+
+// A box that is seen may still be about to get its icon.
+std::int32_t flagsOfBox(HWND box) {
+    std::int32_t flags = shownFlags(box);
+    for (int look = 0; flags == 0 && look < patience; ++look) {
+        Sleep(1);
+        flags = shownFlags(box);
+    }
+    return flags;
 }
 
 }  // namespace

@@ -14,7 +14,8 @@ constexpr UINT quitMessage = WM_APP + 2;
 // Tall enough for the parameters of any cycle.
 constexpr int width = 1000;
 constexpr int height = 1000;
-constexpr DWORD glance = 1;  // milliseconds between two looks at what has opened
+constexpr DWORD glance = 1;   // milliseconds between two looks at what has opened
+constexpr int patience = 10;  // glances
 
 class Event {
   public:
@@ -31,8 +32,10 @@ class Event {
     HANDLE handle_;
 };
 
+}  // namespace
+
 // On the stack of the thread that waits for it.
-struct Work {
+struct HostWindow::Work {
     const std::function<void()>& body;
     std::exception_ptr failure;
     Event done;
@@ -47,8 +50,6 @@ struct Work {
     }
 };
 
-}  // namespace
-
 HostWindow::HostWindow(ErrorHandler onError) {
     control_.emplace(*this, std::move(onError));
     WNDCLASSEXW description{};
@@ -61,6 +62,7 @@ HostWindow::HostWindow(ErrorHandler onError) {
     window_ = CreateWindowExW(0, windowClass, L"Method Host (scripted)", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
                               scaled(width), scaled(height), nullptr, nullptr, description.hInstance, nullptr);
     requireWindow(window_);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     ShowWindow(window_, SW_SHOWNOACTIVATE);
     control_->show();
 }
@@ -78,11 +80,16 @@ void HostWindow::run() {
     }
 }
 
-void HostWindow::perform(const std::function<void()>& work, const std::function<void()>& meanwhile) const {
+void HostWindow::perform(const std::function<void()>& work, const std::function<void()>& meanwhile) {
     Work order{work, nullptr, {}};
-    PostMessageW(window_, workMessage, 0, reinterpret_cast<LPARAM>(&order));
-    while (!order.done.wait(glance)) {
+    work_ = &order;
+    PostMessageW(window_, workMessage, 0, 0);
+    for (int glances = 1; !order.done.wait(glance); ++glances) {
         meanwhile();
+        // The loop of a message box that ends may drop the message that it has just taken.
+        if (glances % patience == 0 && work_ != nullptr) {
+            PostMessageW(window_, workMessage, 0, 0);
+        }
     }
     if (order.failure) {
         std::rethrow_exception(order.failure);
@@ -100,7 +107,12 @@ RECT HostWindow::controlPlace() const noexcept {
 LRESULT CALLBACK HostWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
         case workMessage:
-            reinterpret_cast<Work*>(lParam)->run();
+            if (auto* const self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+                self != nullptr) {
+                if (auto* const work = self->work_.exchange(nullptr); work != nullptr) {
+                    work->run();
+                }
+            }
             return 0;
         case quitMessage:
             PostQuitMessage(0);

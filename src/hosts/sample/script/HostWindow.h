@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <functional>
 #include <optional>
 
@@ -26,7 +27,7 @@ class HostWindow final : public Container {
 
     // For the script's thread.
     /// Has `work` done by the windows' thread and waits for it, calling `meanwhile` now and then. Passes its exception on.
-    void perform(const std::function<void()>& work, const std::function<void()>& meanwhile) const;
+    void perform(const std::function<void()>& work, const std::function<void()>& meanwhile);
     void quit() const;
     [[nodiscard]] DWORD thread() const noexcept { return thread_; }
 
@@ -44,10 +45,12 @@ class HostWindow final : public Container {
     void showStatus(const wchar_t* /*text*/) noexcept override {}
 
   private:
+    struct Work;
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     HWND window_ = nullptr;
     DWORD thread_ = GetCurrentThreadId();
+    std::atomic<Work*> work_ = nullptr;  // asked for and not begun
     std::optional<EditorControl> control_;
 };
 
