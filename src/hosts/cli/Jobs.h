@@ -1,6 +1,8 @@
 // Work on many things side by side, its results in the order of the things.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
@@ -13,7 +15,7 @@ namespace vrn::cli {
 
 /// Runs `work(worker, index)` for every index below `count` on up to `jobs` threads, and `take(index, result)` for each result on
 /// the calling thread, in order of the indexes. `worker` numbers the threads from 0. No further work begins once `stop` answers
-/// true; what has begun is ended and taken. `work` must not throw.
+/// true; what was done by then is taken. `work` must not throw.
 template <typename Result>
 void forEachInOrder(std::size_t count, unsigned jobs, const std::function<Result(unsigned, std::size_t)>& work,
                     const std::function<void(std::size_t, Result)>& take, const std::function<bool()>& stop) {
@@ -23,21 +25,29 @@ void forEachInOrder(std::size_t count, unsigned jobs, const std::function<Result
         }
         return;
     }
+    // Taken and handed over in batches: waking each other for every single thing would cost threads more than small things do.
+    constexpr std::size_t largestBatch = 16;
+    const auto batch = std::clamp<std::size_t>(count / (std::size_t{8} * jobs), 1, largestBatch);
+    std::atomic<std::size_t> next = 0;
     std::mutex mutex;
     std::condition_variable finished;
-    std::map<std::size_t, Result> results;
-    std::size_t next = 0;
+    std::map<std::size_t, std::vector<Result>> results;  // by the index of each batch's first
     unsigned working = jobs;
     const auto run = [&](unsigned worker) {
-        std::unique_lock lock(mutex);
-        while (next < count && !stop()) {
-            const auto index = next++;
-            lock.unlock();
-            auto result = work(worker, index);
-            lock.lock();
-            results.emplace(index, std::move(result));
+        while (!stop()) {
+            const auto first = next.fetch_add(batch);
+            if (first >= count) {
+                break;
+            }
+            std::vector<Result> own;
+            for (auto i = first; i < std::min(first + batch, count) && (own.empty() || !stop()); ++i) {
+                own.push_back(work(worker, i));
+            }
+            const std::scoped_lock lock(mutex);
+            results.emplace(first, std::move(own));
             finished.notify_one();
         }
+        const std::scoped_lock lock(mutex);
         --working;
         finished.notify_one();
     };
@@ -45,18 +55,19 @@ void forEachInOrder(std::size_t count, unsigned jobs, const std::function<Result
     for (unsigned worker = 0; worker < jobs; ++worker) {
         threads.emplace_back(run, worker);
     }
-    std::unique_lock lock(mutex);
-    for (std::size_t index = 0;;) {
-        finished.wait(lock, [&] { return results.contains(index) || working == 0; });
-        const auto found = results.find(index);
+    for (std::size_t first = 0;; first += batch) {
+        std::unique_lock lock(mutex);
+        finished.wait(lock, [&] { return results.contains(first) || working == 0; });
+        const auto found = results.find(first);
         if (found == results.end()) {
             return;
         }
-        auto result = std::move(found->second);
+        auto taken = std::move(found->second);
         results.erase(found);
         lock.unlock();
-        take(index++, std::move(result));
-        lock.lock();
+        for (std::size_t i = 0; i < taken.size(); ++i) {
+            take(first + i, std::move(taken[i]));
+        }
     }
 }
 

@@ -1,18 +1,35 @@
-#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
 
 #include "hosts/cli/HelpModel.h"
 #include "text/Lists.h"
+#include "text/Unicode.h"
 
 namespace vrn::cli {
 
 namespace {
 
-// Text as roff takes it for text: no requests at line starts, dashes that can be copied.
-std::string escaped(std::string text) {
-    text::replaceAll(text, "\\", "\\e");
-    text::replaceAll(text, "-", "\\-");
-    text::replaceAll(text, "'", "\\(aq");
-    return text.starts_with('.') ? "\\&" + text : text;
+// Text as roff takes it for text: no requests at line starts, dashes that can be copied, other characters than ASCII by number.
+std::string escaped(std::string_view text) {
+    std::string out(text.starts_with('.') ? "\\&" : "");
+    while (!text.empty()) {
+        const char32_t c = text::takeCodePoint(text);
+        if (c == U'\\') {
+            out += "\\e";
+        } else if (c == U'-') {
+            out += "\\-";
+        } else if (c == U'\'') {
+            out += "\\(aq";
+        } else if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else {
+            std::array<char, 16> number{};
+            (void)std::snprintf(number.data(), number.size(), "\\[u%04X]", static_cast<unsigned>(c));
+            out += number.data();
+        }
+    }
+    return out;
 }
 
 // Lines that begin with a blank or are rows of a table stand as they are; others are filled.
@@ -34,7 +51,7 @@ std::string paragraphs(const std::string& text) {
 std::string bold(const std::string& text) { return "\\fB" + escaped(text) + "\\fR"; }
 std::string italic(const std::string& text) { return "\\fI" + escaped(text) + "\\fR"; }
 
-std::string sentence(std::string text) { return text.empty() || text.ends_with('.') ? text : text + "."; }
+std::string sentence(const std::string& text) { return text.empty() || text.ends_with('.') ? text : text + "."; }
 
 std::string optionEntry(const OptionHelp& option) {
     std::vector<std::string> names;
@@ -66,7 +83,7 @@ std::string synopsis(const ToolHelp& tool, const CommandHelp& command) {
 }  // namespace
 
 std::string manPage(const ToolHelp& tool, const std::string& version) {
-    std::string page = ".TH " + tool.name + " 1 \"\" \"" + tool.name + " " + version + "\" \"User commands\"\n";
+    std::string page = ".TH " + tool.name + R"( 1 "" ")" + tool.name + " " + version + R"(" "User commands")" + "\n";
     page += ".SH NAME\n" + tool.name + " \\- method editor for laboratory sampling instruments, without windows\n";
     page += ".SH SYNOPSIS\n" + bold(tool.name) + " " + italic("COMMAND") + " [" + italic("OPTIONS") + "] ...\n";
     page += ".SH DESCRIPTION\n" + paragraphs(tool.summary) + ".PP\n" + paragraphs(tool.footer);

@@ -79,9 +79,9 @@ ExitStatus runOverMethods(const MethodRun& run) {
     forEachInOrder<Outcome>(
         files.size(), jobs,
         [&](unsigned worker, std::size_t index) { return outcomeOf(run, workers[worker], files[index]); },
-        [&](std::size_t index, Outcome outcome) {
+        [&](std::size_t /*index*/, Outcome outcome) {
             status = worse(status, outcome.status);
-            done = index + 1;
+            ++done;
             if (run.beforeOutput) {
                 run.beforeOutput(outcome);
             }
