@@ -16,7 +16,9 @@ std::vector<CycleComparison> compareCycles(const EditorState& state, const xml::
         comparison.name = cycle.name;
         const auto macro = state.xmlValues->macros(state.domMacros).find(cycle.name);
         comparison.inCatalogue = static_cast<bool>(macro);
-        comparison.dateDiffers = comparisons.empty() && CycleIsDifferent(state, method);
+        comparison.dateDiffers = comparisons.empty() && standardHandler(state, "SetXmlDocuments ", [&] {
+                                     return CycleIsDifferent(state, method);
+                                 });
         comparison.definitionsDiffer = macro && catalogue::definitionTexts(macro) != cycle.definitions;
         comparisons.push_back(std::move(comparison));
     }
@@ -29,7 +31,13 @@ const std::vector<catalogue::Parameter>* Inspector::parameters(const std::string
         return &known->second;
     }
     const auto node = state_->xmlValues->macros(state_->domMacros).find(macro);
-    return node ? &parameters_.emplace(key, catalogue::parametersOf(*state_, node)).first->second : nullptr;
+    if (!node) {
+        return nullptr;
+    }
+    auto resolved =
+        standardHandler(*state_, "macroParams ", [&] { return std::optional(catalogue::parametersOf(*state_, node)); });
+    // Not kept when it failed: every method with the cycle is to hear of it.
+    return resolved ? &parameters_.emplace(key, std::move(*resolved)).first->second : &none_;
 }
 
 InspectedStep Inspector::inspectStep(const std::string& text) {

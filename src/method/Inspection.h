@@ -57,7 +57,8 @@ class Inspector {
 
     /// Nothing of the method is shown, but `domMethod` and the chosen syringe become this method's.
     [[nodiscard]] Inspection inspect(const xml::Document& method);
-    /// The parameters of a cycle with the syringe now chosen; null when the catalogue does not have it.
+    /// The parameters of a cycle with the syringe now chosen; null when the catalogue does not have it, none
+    /// after a failure, which is reported as the window would.
     [[nodiscard]] const std::vector<catalogue::Parameter>* parameters(const std::string& macro);
 
   private:
@@ -66,6 +67,7 @@ class Inspector {
     EditorState* state_;
     /// Resolving a cycle's parameters costs more than all else: done once for each syringe.
     std::map<std::pair<int, std::string>, std::vector<catalogue::Parameter>> parameters_;
+    std::vector<catalogue::Parameter> none_;
 };
 
 }  // namespace vrn::method

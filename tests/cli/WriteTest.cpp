@@ -120,6 +120,8 @@ TEST_F(WriteTest, StandardInputGoesToStandardOutput) {
     const auto updated = out;
     EXPECT_EQ(run("update @set -", updated), 0);
     EXPECT_EQ(out, updated) << "what is up to date passes through";
+    EXPECT_EQ(run("sign @set -", updated), 0);
+    EXPECT_EQ(out, updated);
 }
 
 TEST_F(WriteTest, EditWorksLikeAUserAtTheWindow) {

@@ -75,6 +75,22 @@ TEST_F(InspectionTest, CyclesBesideTheCatalogues) {
     EXPECT_FALSE(cycles[2].isOutdated());
 }
 
+TEST_F(InspectionTest, FailuresAreReportedForEveryMethodThatMeetsThem) {
+    auto texts = smallSet({});
+    texts.macros = catalogue(macro("FAR", {"Number;99999999999"}));
+    texts.method.clear();
+    load(texts);
+    method::Inspector other(state());
+    for (int i = 0; i < 2; ++i) {
+        errors.clear();
+        const auto inspection = other.inspect(parsed(
+            embedded("<MacroValues>FAR(1)</MacroValues>", "<MacroName>FAR</MacroName>", " LastModifiedTimestamp='1'")));
+        EXPECT_TRUE(inspection.steps.at(0).known);
+        EXPECT_THAT(errorTexts(),
+                    ElementsAre("6 macroParams |Overflow", "5 SetXmlDocuments |Invalid procedure call or argument"));
+    }
+}
+
 TEST_F(InspectionTest, ValuesMoveWithTheNamesOfTheirParameters) {
     const auto older =
         "<MacroName><![CDATA[[MACRO WASH]]]></MacroName><MacroLine>Hold Time;0;0;60</MacroLine>"

@@ -72,8 +72,13 @@ class Alignment {
 
     // The middle's pairs; what stands before and behind it is equal.
     std::vector<std::pair<std::size_t, std::size_t>> pairs() {
-        fill();
         std::vector<std::pair<std::size_t, std::size_t>> found;
+        // No instrument runs so many steps, and the table would take the machine's memory: nothing goes together then.
+        constexpr std::size_t largestTable = std::size_t{1} << 25U;
+        if (columns_ > 0 && rows_ > largestTable / columns_) {
+            return found;
+        }
+        fill();
         std::size_t i = 0;
         std::size_t j = 0;
         while (i < rows_ && j < columns_) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <ostream>
 
 #include "catalogue/CxmlValuesHandler.h"
@@ -27,12 +28,8 @@ class Pattern {
   public:
     explicit Pattern(const std::string& pattern) : wanted_(text::upperCase(pattern)) {}
     [[nodiscard]] bool matches(std::initializer_list<std::string_view> texts) const {
-        for (const auto text : texts) {
-            if (text::contains(text::upperCase(text), wanted_)) {
-                return true;
-            }
-        }
-        return false;
+        return std::any_of(texts.begin(), texts.end(),
+                           [this](std::string_view text) { return text::contains(text::upperCase(text), wanted_); });
     }
     [[nodiscard]] bool matchesExactly(std::string_view text) const { return text::upperCase(text) == wanted_; }
 

@@ -49,13 +49,13 @@ class Page {
     std::string text(const std::string& file) {
         out_ = style_.bold(displayName(file)) + "\n";
         const auto& content = inspection_->content;
-        head("Version", content.version.value_or("none") + ", " + signatureWords(*inspection_));
+        head("Version", printable(content.version.value_or("none")) + ", " + signatureWords(*inspection_));
         std::string label = "Description";
         for (const auto& line : descriptionLines(content)) {
-            head(label, line);
+            head(label, printable(line));
             label.clear();
         }
-        head("Syringe", content.syringe.value_or("none") +
+        head("Syringe", printable(content.syringe.value_or("none")) +
                             (inspection_->syringeKnown ? "" : "  " + style_.red("! not on this instrument")));
         head("Sequence", counted(inspection_->steps.size(), "step"));
         for (std::size_t i = 0; i < inspection_->steps.size(); ++i) {

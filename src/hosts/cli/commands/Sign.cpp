@@ -43,11 +43,15 @@ class Signer {
         if (const auto errors = errorsOf(method.document); !errors.empty()) {
             return refused(method, "check finds errors; --force signs all the same", errors);
         }
+        Outcome outcome;
         if (verification.code == 0) {
-            return told(method, "unchanged", "is signed already");
+            // Who reads the output wants the method, changed or not.
+            if (file.path == standardInput && !arguments_->write.dryRun) {
+                outcome.out = bytesFor(method, method.document);
+            }
+            return told(method, "unchanged", "is signed already", std::move(outcome));
         }
         method::MethodSigner(state).sign(method.document);
-        Outcome outcome;
         writeBack(engine(), method, method.document, arguments_->write, outcome);
         return told(method, "signed", arguments_->write.dryRun ? "would be signed" : "signed", std::move(outcome));
     }
@@ -83,7 +87,7 @@ class Signer {
         return outcome;
     }
 
-    Outcome told(const XmlFile& file, const char* status, const char* words, Outcome outcome = {}) const {
+    Outcome told(const XmlFile& file, const char* status, const char* words, Outcome outcome) const {
         tell(file, outcome,
              arguments_->methods.json ? jsonLine({{"file", displayName(file.path)}, {"status", status}})
                                       : displayName(file.path) + ": " + words + "\n");

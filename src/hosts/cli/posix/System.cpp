@@ -200,12 +200,15 @@ void deferInterrupts() noexcept {
     for (const int signal : interrupts) {
         (void)std::signal(signal, noteInterrupt);
     }
+    // A reader that goes away is no reason to stop in the middle either: the output fails, and that is told at the end.
+    (void)std::signal(SIGPIPE, SIG_IGN);
 }
 
 void restoreInterrupts() noexcept {
     for (const int signal : interrupts) {
         (void)std::signal(signal, SIG_DFL);
     }
+    (void)std::signal(SIGPIPE, SIG_DFL);
 }
 
 bool interrupted() noexcept { return interruptFlag != 0; }
