@@ -40,6 +40,7 @@ TEST_F(HelpTest, EveryCommandExplainsItselfByExample) {
     }
     EXPECT_EQ(run("fly"), 2);
     EXPECT_EQ(run("check"), 2);
+    EXPECT_EQ(err, "vrnmethod: METHOD is required\nTo read more: vrnmethod check --help\n");
     EXPECT_EQ(run("--version"), 0);
 }
 

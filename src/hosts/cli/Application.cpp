@@ -10,6 +10,12 @@ namespace vrn::cli {
 
 namespace {
 
+std::string callAtFault(const CLI::App* tool, const CLI::Error& error) {
+    const auto commands = tool->get_subcommands();
+    const auto command = commands.empty() ? std::string() : commands.front()->get_name() + " ";
+    return "vrnmethod: " + std::string(error.what()) + "\nTo read more: vrnmethod " + command + "--help\n";
+}
+
 ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>& arguments) {
     try {
         // The library wants what stands behind the name, last argument first.
@@ -33,6 +39,7 @@ void describeTool(CLI::App& tool, Session& session) {
         "Help for a command: vrnmethod COMMAND --help");
     tool.set_version_flag("--version", "vrnmethod " + errors::versionText());
     tool.require_subcommand(1);
+    tool.failure_message(callAtFault);
     tool.get_formatter()->label("SUBCOMMAND", "COMMAND");
     tool.get_formatter()->label("Positionals", "Arguments");
     tool.get_formatter()->column_width(28);
