@@ -44,13 +44,8 @@ std::string folderOf(const std::string& path) {
 // A file beside the target until it takes the target's place; gone when that does not happen.
 class Beside {
   public:
-    explicit Beside(const std::string& target) : target_(target) {
-        const auto slash = target.rfind('/');
-        const auto nameAt = slash == std::string::npos ? 0 : slash + 1;
-        // A long name leaves no room for an addition.
-        const auto stem = target.substr(nameAt, 128);
-        name_ = target.substr(0, nameAt) + "." + stem + ".XXXXXX";
-        file_ = mkostemp(name_.data(), O_CLOEXEC);
+    explicit Beside(const std::string& target)
+        : target_(target), name_(patternBeside(target)), file_(mkostemp(name_.data(), O_CLOEXEC)) {
         if (file_ < 0) {
             fail(target, "cannot write into its folder", errno);
         }
@@ -76,7 +71,8 @@ class Beside {
 
     void takeOver(const struct stat& old) {
         // Only root can give a file away; whoever else may write here keeps what they may.
-        (void)!fchown(file_, old.st_uid, old.st_gid);
+        const int notGiven = fchown(file_, old.st_uid, old.st_gid);
+        static_cast<void>(notGiven);
         if (fchmod(file_, old.st_mode & 07777) != 0) {
             fail(target_, "cannot keep the permissions", errno);
         }
@@ -108,6 +104,12 @@ class Beside {
     }
 
   private:
+    static std::string patternBeside(const std::string& target) {
+        const auto slash = target.rfind('/');
+        const auto nameAt = slash == std::string::npos ? 0 : slash + 1;
+        // A long name leaves no room for an addition.
+        return target.substr(0, nameAt) + "." + target.substr(nameAt, 128) + ".XXXXXX";
+    }
     bool closeFile() {
         const int file = file_;
         file_ = -1;
@@ -116,7 +118,7 @@ class Beside {
 
     std::string target_;
     std::string name_;
-    int file_ = -1;
+    int file_;
 };
 
 std::string contentOf(const std::string& path) {
