@@ -1,5 +1,7 @@
 #include "hosts/cli/MethodRun.h"
 
+#include <algorithm>
+#include <future>
 #include <memory>
 #include <new>
 #include <ostream>
@@ -66,12 +68,15 @@ Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json)
 }
 
 ExitStatus runOverMethods(const MethodRun& run) {
-    const auto files = methodFiles(run.arguments.methods, run.setFiles);
-    const auto jobs =
-        std::min<unsigned>(run.arguments.jobs, static_cast<unsigned>(std::max<std::size_t>(1, files.size())));
-    // The first is made here, where a set that cannot be used ends the call; the others on their own threads.
+    // Folders are walked while the first editor is made. That one is made here, where a set that cannot be used ends the call; the
+    // others are made on their own threads.
+    auto found = std::async(run.arguments.jobs > 1 ? std::launch::async : std::launch::deferred,
+                            [&run] { return methodFiles(run.arguments.methods, run.setFiles); });
+    auto first = run.makeWork();
+    const auto files = found.get();
+    const auto jobs = static_cast<unsigned>(std::clamp<std::size_t>(files.size(), 1, run.arguments.jobs));
     std::vector<MethodWork> workers(jobs);
-    workers.front() = run.makeWork();
+    workers.front() = std::move(first);
     const InterruptGuard guard(run.writes);
     Progress progress(run.console, files.size());
     auto status = ExitStatus::Well;
