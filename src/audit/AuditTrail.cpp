@@ -66,6 +66,11 @@ std::string AuditTrail(method::EditorState& state) noexcept {
     });
 }
 
+std::string AuditTrailAgainst(method::EditorState& state, const xml::Document& baseline) noexcept {
+    state.domMethodBaseline = baseline;
+    return AuditTrail(state);
+}
+
 std::optional<xml::Document> Create_AuditTrail(const method::EditorState& state) noexcept {
     return method::standardHandler(state, "Create_AuditTrail ", [&] {
         xml::Document audit;

@@ -12,6 +12,9 @@ namespace vrn::audit {
 /// The serialised audit trail of the editor as it stands, or "" when it could not be produced. Builds the method anew.
 [[nodiscard]] std::string AuditTrail(method::EditorState& state) noexcept;
 
+/// The audit trail of the editor's method against another one, which becomes the baseline.
+[[nodiscard]] std::string AuditTrailAgainst(method::EditorState& state, const xml::Document& baseline) noexcept;
+
 /// A new audit document: declaration and empty root.
 [[nodiscard]] std::optional<xml::Document> Create_AuditTrail(const method::EditorState& state) noexcept;
 

@@ -6,6 +6,7 @@
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterDefinition.h"
+#include "catalogue/ParameterModel.h"
 #include "method/Enabling.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
@@ -42,115 +43,16 @@ std::string atomLineOf(const xml::Node& macro) {
     return line;
 }
 
-float fieldValue(method::EditorState& state, const std::string& field, std::int32_t unitFactor) {
-    if (const auto value = number(state, field)) {
-        return static_cast<float>(text::roundToInt32(*value));
-    }
-    return ReturnValue(state, field, unitFactor);
-}
-
-std::string rangeHint(const method::MacroParam& param) {
-    std::string hint;
-    if (param.minimum) {
-        hint = "Range: " + std::string(param.maximum ? "" : "from ") + text::shortestText(*param.minimum);
-        if (param.maximum) {
-            hint += " to " + text::shortestText(*param.maximum);
-        }
-        hint += " ";
-    }
-    if (param.defaultValue) {
-        hint += "Default: " + text::shortestText(*param.defaultValue);
-    }
-    return hint;
-}
-
-// The service is told of the first reference among the fields, without its prefix.
-void announceReference(method::EditorState& state, const ParameterDefinition& definition) {
-    for (std::size_t k = 1; k < definition.fields.size(); ++k) {
-        if (!isNumberText(state, definition.fields[k])) {
-            auto code = text::replacedAll(definition.fields[k], "SYR.", "");
-            text::replaceAll(code, "Syr.", "");
-            std::string first;
-            std::string second;
-            state.services.instrument->UnitPair(code, first, second);
-            return;
-        }
-    }
-}
-
-void addValueParameter(method::EditorState& state, const ParameterDefinition& definition, std::int32_t unitFactor) {
-    method::MacroParam param;
-    param.field0 = definition.fields[0];
-    param.anyText = definition.fields.size() == 1;
-    announceReference(state, definition);
-    const auto resolve = [&](std::size_t k) {
-        return k < definition.fields.size() ? std::optional(fieldValue(state, definition.fields[k], unitFactor))
-                                            : std::nullopt;
-    };
-    param.defaultValue = resolve(1);
-    param.minimum = resolve(2);
-    param.maximum = resolve(3);
-    param.text = rangeHint(param);
-    controls::GridRow row;
-    row.name = definition.displayName();
-    row.value = param.defaultValue ? text::shortestText(*param.defaultValue) : std::string();
-    state.arrMacroParams.push_back(std::move(param));
-    state.grdMacro.addRow(std::move(row));
-}
-
-// A type's objects once each, as a list text without separators at its ends.
-std::string objectItems(method::EditorState& state, const ParameterDefinition& definition) {
-    std::string list;
-    for (std::size_t k = 1; k < definition.fields.size(); ++k) {
-        const auto objects =
-            state.xmlValues->RetrieveValues(1, state.domlatestKex, state.domConfig, definition.fields[k]);
-        if (!text::contains(list, objects)) {
-            list += ";" + objects;
-        }
-    }
-    const auto begin = list.find_first_not_of(';');
-    return begin == std::string::npos ? std::string() : list.substr(begin, list.find_last_not_of(';') - begin + 1);
-}
-
-// "TRAY;STACK" reads "TRAY Or STACK".
-std::string typesHint(std::string_view definition) {
-    auto hint = text::replacedAll(std::string(definition.substr(definition.find(';') + 1)), ";", " Or ");
-    if (hint.ends_with(" Or ") || hint.ends_with(" OR ") || hint.ends_with(" or ") || hint.ends_with(" oR ")) {
-        hint.resize(hint.size() - 4);
-    }
-    return hint;
-}
-
-void addObjectParameter(method::EditorState& state, const ParameterDefinition& definition, std::string_view text) {
+void addRow(method::EditorState& state, Parameter parameter) {
     const int position = state.grdMacro.rowCount();
-    if (position > std::numeric_limits<std::int16_t>::max()) {
-        errors::throwOverflow();
+    if (parameter.isObject) {
+        if (position > std::numeric_limits<std::int16_t>::max()) {
+            errors::throwOverflow();
+        }
+        state.arrObjectPositions.push_back(static_cast<std::int16_t>(position));
     }
-    method::MacroParam param;
-    param.field0 = definition.fields[0];
-    param.text = typesHint(text);
-    controls::GridRow row;
-    row.name = definition.displayName();
-    row.style = controls::EditStyle::DropDownList;
-    row.items = text::split(objectItems(state, definition), ";");
-    row.value = row.items.empty() ? std::string() : row.items.front();
-    state.arrMacroParams.push_back(std::move(param));
-    state.grdMacro.addRow(std::move(row));
-    state.arrObjectPositions.push_back(static_cast<std::int16_t>(position));
-}
-
-void addParameter(method::EditorState& state, const std::string& text) {
-    const ParameterDefinition definition(text);
-    std::string unitText;
-    std::int32_t unitFactor = 1;
-    if (const auto code = definition.unitCode(); code && !code->empty()) {
-        state.services.instrument->UnitInfo(*code, unitText, unitFactor);
-    }
-    if (definition.isObject()) {
-        addObjectParameter(state, definition, text);
-    } else {
-        addValueParameter(state, definition, unitFactor);
-    }
+    state.arrMacroParams.push_back(std::move(parameter.model));
+    state.grdMacro.addRow(std::move(parameter.row));
 }
 
 }  // namespace
@@ -220,7 +122,7 @@ void macroParams(method::EditorState& state, const std::string& name) noexcept {
         state.arrObjectPositions.assign(1, 0);
         state.strShownMacro = name;
         for (const auto& definition : definitionTexts(macro)) {
-            addParameter(state, definition);
+            addRow(state, parameterOf(state, definition));
         }
         method::ChangeGridTopRow(state);
     });

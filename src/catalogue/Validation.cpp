@@ -10,8 +10,6 @@ namespace vrn::catalogue {
 
 namespace {
 
-enum class Verdict { Accepted, NotANumber, OutOfRange };
-
 const method::MacroParam& paramOf(const method::EditorState& state, int row) {
     if (row < 1 || std::cmp_greater_equal(row, state.arrMacroParams.size())) {
         errors::throwSubscriptOutOfRange();
@@ -25,18 +23,7 @@ Verdict check(method::EditorState& state, int row, const std::string& value) {
     }
     // A copy: the report of a malformed configuration reaches the host, which may load another method there.
     const auto param = paramOf(state, row);
-    if (param.anyText || text::contains(text::upperCase(value), "SL.") ||
-        ControlUserDef_Obj(state, param.field0, value)) {
-        return Verdict::Accepted;
-    }
-    const auto separator = state.services.locale->decimalSeparator();
-    const auto number = text::parseNumber(text::replacedAll(value, ".", separator), separator);
-    if (!number) {
-        return Verdict::NotANumber;
-    }
-    const auto single = static_cast<float>(*number);
-    const bool outside = (param.maximum && single > *param.maximum) || (param.minimum && single < *param.minimum);
-    return outside ? Verdict::OutOfRange : Verdict::Accepted;
+    return checkValue(state, param, value);
 }
 
 std::string defaultText(const method::MacroParam& param) {
@@ -58,6 +45,21 @@ std::string outOfRangeMessage(const method::EditorState& state, const std::strin
 }
 
 }  // namespace
+
+Verdict checkValue(method::EditorState& state, const method::MacroParam& param, const std::string& value) {
+    if (param.anyText || text::contains(text::upperCase(value), "SL.") ||
+        ControlUserDef_Obj(state, param.field0, value)) {
+        return Verdict::Accepted;
+    }
+    const auto separator = state.services.locale->decimalSeparator();
+    const auto number = text::parseNumber(text::replacedAll(value, ".", separator), separator);
+    if (!number) {
+        return Verdict::NotANumber;
+    }
+    const auto single = static_cast<float>(*number);
+    const bool outside = (param.maximum && single > *param.maximum) || (param.minimum && single < *param.minimum);
+    return outside ? Verdict::OutOfRange : Verdict::Accepted;
+}
 
 bool ValidateParams(method::EditorState& state) {
     return errors::rethrowing("vrnMethodEditor.VRN_MethodEditor.ValidateParams ", [&] {

@@ -7,6 +7,12 @@
 
 namespace vrn::catalogue {
 
+enum class Verdict { Accepted, NotANumber, OutOfRange };
+
+/// What the window's checks say to a value of a value parameter. `param` must not be a part of `state` that a host's message
+/// loop may replace.
+[[nodiscard]] Verdict checkValue(method::EditorState& state, const method::MacroParam& param, const std::string& value);
+
 /// Whether every value in the grid is allowed. The first that is not is shown to the user and replaced by its default. False
 /// without a message while the method is disabled. Failures go to the caller.
 [[nodiscard]] bool ValidateParams(method::EditorState& state);

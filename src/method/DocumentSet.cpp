@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterGrid.h"
@@ -39,12 +40,16 @@ bool reportParseError(EditorState& state, const xml::Document& document, std::st
     return true;
 }
 
-void loadDocument(EditorState& state, xml::Document& member, std::string_view text, std::string_view heading) {
-    member = xml::Document();
-    if (!text.empty()) {
-        member.loadXML(text);
-        reportParseError(state, member, heading);
+// One of the three documents around a method: taken over from its text, or kept when there is none.
+void takeDocument(EditorState& state, xml::Document& member, const std::optional<std::string_view>& text,
+                  std::string_view heading) {
+    if (text) {
+        member = xml::Document();
+        if (!text->empty()) {
+            member.loadXML(*text);
+        }
     }
+    reportParseError(state, member, heading);
 }
 
 void requireCatalogues(EditorState& state) {
@@ -67,7 +72,7 @@ void showEmptyMethod(EditorState& state) {
 void showVerified(EditorState& state, const VerificationResult& verification) {
     if (verification.code != 0) {
         state.MethodEditorError.raise(errors::vrnMethEdErrorInvalidXML, verification.errorText, "SetXmlDocuments ");
-    } else if (verification.isUnsupported) {
+    } else if (verification.version == MethodVersion::Unsupported) {
         // Shown and then filled like a verified one: what a later version writes is readable as a rule.
         messageBox(state, "Unsupported document version :" + verification.unsupportedVersion, errors::styleInformation);
     }
@@ -106,10 +111,14 @@ void takeMethod(EditorState& state, std::string_view domMethod, const std::funct
     }
 }
 
-}  // namespace
+// The texts of the documents around a method; none of one that stays.
+struct SetTexts {
+    std::optional<std::string_view> macros;
+    std::optional<std::string_view> objectList;
+    std::optional<std::string_view> configuration;
+};
 
-void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string_view domlatestKex,
-                     std::string_view domMethod, std::string_view domConfig) noexcept {
+void takeDocuments(EditorState& state, const SetTexts& set, std::string_view domMethod) noexcept {
     standardHandler(state, "SetXmlDocuments ", [&] {
         // Messages and events reach the host, which may hand over other documents from there: the load begun last counts.
         const auto load = ++state.lngLoads;
@@ -118,12 +127,14 @@ void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string
             [&] {
                 DisableMethod(state, false);
                 clearScreen(state);
-                state.xmlValues->forget();
+                if (set.macros) {
+                    state.xmlValues->forget();
+                }
             },
-            [&] { loadDocument(state, state.domlatestKex, domlatestKex, "Error parsing Latest_KEX.xml"); },
-            [&] { loadDocument(state, state.domMacros, domMacros, "Error parsing Macro xml"); },
+            [&] { takeDocument(state, state.domlatestKex, set.objectList, "Error parsing Latest_KEX.xml"); },
+            [&] { takeDocument(state, state.domMacros, set.macros, "Error parsing Macro xml"); },
             [&] { requireCatalogues(state); },
-            [&] { loadDocument(state, state.domConfig, domConfig, "Error parsing config xml"); },
+            [&] { takeDocument(state, state.domConfig, set.configuration, "Error parsing config xml"); },
             [&] { takeMethod(state, domMethod, superseded); },
             [&] { UpdateCycleDateLabel(state, state.domMethod); },
         };
@@ -135,5 +146,14 @@ void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string
         }
     });
 }
+
+}  // namespace
+
+void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string_view domlatestKex,
+                     std::string_view domMethod, std::string_view domConfig) noexcept {
+    takeDocuments(state, {domMacros, domlatestKex, domConfig}, domMethod);
+}
+
+void SetMethod(EditorState& state, std::string_view domMethod) noexcept { takeDocuments(state, {}, domMethod); }
 
 }  // namespace vrn::method

@@ -12,4 +12,8 @@ namespace vrn::method {
 void SetXmlDocuments(EditorState& state, std::string_view domMacros, std::string_view domlatestKex,
                      std::string_view domMethod, std::string_view domConfig) noexcept;
 
+/// Another method with the documents that are loaded: as `SetXmlDocuments` with the same three texts again, their reports
+/// included, but they are neither parsed nor indexed anew.
+void SetMethod(EditorState& state, std::string_view domMethod) noexcept;
+
 }  // namespace vrn::method

@@ -1,7 +1,7 @@
 #include "method/MethodReader.h"
 
-#include "catalogue/Indexes.h"
 #include "method/Enabling.h"
+#include "method/MethodContent.h"
 #include "method/MethodText.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
@@ -10,17 +10,6 @@ namespace vrn::method {
 
 namespace {
 
-void fillDescription(EditorState& state) {
-    std::string lines;
-    if (const auto description = state.domMethod.selectSingleNode("Method/Description")) {
-        for (const auto& line : catalogue::contentChildren(description)) {
-            lines += line.text();
-            lines += text::crlf;
-        }
-    }
-    state.txtMethodDescription.setText(ReverseDescription(std::move(lines)));
-}
-
 void selectSyringe(EditorState& state) {
     const auto size = state.domMethod.selectSingleNode("/Method/Syringe/SyringeSize");
     const auto index = size ? state.cboSyringe.indexOf(size.text()) : controls::noSelection;
@@ -28,20 +17,6 @@ void selectSyringe(EditorState& state) {
     if (index == controls::noSelection) {
         messageBox(state, "Unable to retreive syrsize from method", errors::styleInformation);
     }
-}
-
-MethodMacroEntry stepOf(const std::string& text) {
-    const auto open = text.find('(');
-    const auto close = text.find(')');
-    if (open == std::string::npos || close == std::string::npos || close < open) {
-        errors::throwInvalidProcedureCall();
-    }
-    MethodMacroEntry entry;
-    entry.MacroName = text.substr(0, open);
-    if (auto values = text::split(std::string_view(text).substr(open + 1, close - open - 1), ","); !values.empty()) {
-        entry.MacroValues = std::move(values);
-    }
-    return entry;
 }
 
 // Reads one step; false when its cycle is not in the catalogue.
@@ -62,13 +37,8 @@ bool readStep(EditorState& state, const std::string& text) {
 
 void readSequence(EditorState& state) {
     ResetSequence(state);
-    const auto sequence = state.domMethod.selectSingleNode("Method/Macros/MacroVariable");
-    if (!sequence) {
-        return;
-    }
-    for (const auto& step : catalogue::contentChildren(sequence)) {
-        // An element without text is how an empty sequence is written: no step.
-        if (const auto text = step.text(); !text.empty() && !readStep(state, text)) {
+    for (const auto& text : stepTexts(state.domMethod)) {
+        if (!readStep(state, text)) {
             return;
         }
     }
@@ -89,7 +59,7 @@ void FillMethod(EditorState& state) noexcept {
         if (!state.domMethod.hasChildNodes()) {
             state.domMethod.loadXML(emptyMethodTemplate());
         }
-        fillDescription(state);
+        state.txtMethodDescription.setText(descriptionOf(state.domMethod));
         selectSyringe(state);
         // A step that cannot be read ends the sequence there; what was read before it stays and is shown.
         standardHandler(state, "FillMethod ", [&] { readSequence(state); });

@@ -30,7 +30,7 @@ std::string versionAsShown(const std::string& text) {
 }
 
 VerificationResult codeResult(services::SignatureV23& component, std::int32_t code) {
-    return {code, code == 0 ? std::string() : component.describe(code), {}, false};
+    return {code, MethodVersion::None, code == 0 ? std::string() : component.describe(code), {}};
 }
 
 }  // namespace
@@ -93,15 +93,17 @@ VerificationResult VerifyLoadedMethod(EditorState& state) {
     VerificationResult result;
     const auto version = versionAsShown(versionNode.typedValue());
     if (version == "2" || version == "3") {
+        result.version = version == "2" ? MethodVersion::Two : MethodVersion::Three;
         // The check adds to the method. The baseline, which shares the document so far, stays as the host handed it over.
         xml::Document own;
         own.load(method);
         method = std::move(own);
         result.code = Verify_Guid_Signiture(state, method, result.errorText);
     } else if (version == "4") {
+        result.version = MethodVersion::Four;
         result.code = VerifyMethod_v4(state, method, result.errorText) ? 0 : notIntact;
     } else {
-        result.isUnsupported = true;
+        result.version = MethodVersion::Unsupported;
         result.unsupportedVersion = version;
     }
     return result;

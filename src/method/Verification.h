@@ -34,12 +34,15 @@ class MethodSigner {
     std::string key_;
 };
 
+/// Which kind of document a method says that it is.
+enum class MethodVersion { None, Two, Three, Four, Unsupported };
+
 /// What a load has to say about a method.
 struct VerificationResult {
     std::int32_t code = 0;  ///< 0 verified or not to be verified
+    MethodVersion version = MethodVersion::None;
     std::string errorText;
-    std::string unsupportedVersion;  ///< with `isUnsupported`: the version as it is shown
-    bool isUnsupported = false;
+    std::string unsupportedVersion;  ///< the version as it is shown when it is not supported
 };
 
 /// Verifies `domMethod` by its version. -4 is the code of a version-4 method that is not intact.

@@ -25,8 +25,8 @@ struct NewSignature {
 /// What a signature claims.
 struct ClaimedSignature {
     xml::Node signedInfo;
-    Sha256 digest;
-    Sha256 signatureValue;
+    Sha256 digest{};
+    Sha256 signatureValue{};
 };
 /// Nothing when the element has anything more, less or else than the profile, white space between elements apart.
 [[nodiscard]] std::optional<ClaimedSignature> readSignature(const xml::Node& signature);

@@ -33,6 +33,8 @@ class HostWindow final : public Container {
 
     // For work done by the windows' thread.
     [[nodiscard]] EditorControl& control() noexcept { return *control_; }
+    /// Takes the control away. A value that is still being entered is left, which may show a message.
+    void close() noexcept { control_.reset(); }
 
     // Container
     [[nodiscard]] HWND frameWindow() const noexcept override { return window_; }

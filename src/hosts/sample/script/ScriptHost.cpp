@@ -180,6 +180,17 @@ class Session final : public script::Operations {
             waitForMenuToGo();
         }
     }
+    /// The end of the script: nothing is left that waits for the user.
+    void end() noexcept {
+        try {
+            closeMenu();
+            run([this] { window_.close(); });
+        } catch (...) {
+            // No memory, or a menu that stays: the window takes them along.
+            static_cast<void>(0);
+        }
+    }
+
     script::Json state() override {
         script::Json result;
         run([&] { result = snapshot(form()); });
@@ -273,12 +284,7 @@ int runScriptHost() {
     listener = &session;
     std::thread script([&] {
         script::answerLines(session, std::cin, std::cout);
-        try {
-            session.closeMenu();
-        } catch (...) {
-            // A menu that stays open ends with its window.
-            static_cast<void>(0);
-        }
+        session.end();
         window.quit();
     });
     HostWindow::run();

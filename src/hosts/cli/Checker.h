@@ -1,0 +1,27 @@
+// A method held against the document set, on one thread.
+#pragma once
+
+#include "hosts/cli/Files.h"
+#include "hosts/cli/Findings.h"
+
+namespace vrn::cli {
+
+class Checker {
+  public:
+    /// Throws `Fault` for a set that cannot be used.
+    explicit Checker(const SetTexts& set) : engine_(set), inspector_(engine_.state()) {}
+
+    struct Result {
+        method::Inspection inspection;
+        std::vector<Finding> findings;
+    };
+    [[nodiscard]] Result check(const xml::Document& method);
+    [[nodiscard]] Engine& engine() noexcept { return engine_; }
+    [[nodiscard]] method::Inspector& inspector() noexcept { return inspector_; }
+
+  private:
+    Engine engine_;
+    method::Inspector inspector_;
+};
+
+}  // namespace vrn::cli

@@ -1,0 +1,22 @@
+#include "hosts/cli/Console.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+
+#include "hosts/cli/System.h"
+
+namespace vrn::cli {
+
+Console standardConsole() {
+    // The convention of no-color.org: any value but an empty one switches colours off.
+    const char* const noColour = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    const bool mayColour =
+        (noColour == nullptr || *noColour == '\0') && !(terminal != nullptr && std::string_view(terminal) == "dumb");
+    const bool outIsTerminal = system::isTerminal(system::Stream::Out);
+    const bool errIsTerminal = system::isTerminal(system::Stream::Err);
+    return {std::cin, std::cout, std::cerr, outIsTerminal && mayColour, errIsTerminal && mayColour, errIsTerminal};
+}
+
+}  // namespace vrn::cli

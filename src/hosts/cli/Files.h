@@ -1,0 +1,35 @@
+// Files as the tool reads them, and the text of a method in the encoding of the file that it goes back to.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "hosts/cli/Console.h"
+#include "xml/Dom.h"
+
+namespace vrn::cli {
+
+/// No document of an instrument comes near this size; whatever does is not one.
+inline constexpr std::size_t largestFile = std::size_t{64} << 20U;
+
+/// The bytes of a file or, for "-", of standard input. Throws `Fault`.
+[[nodiscard]] std::string readFile(const std::string& path, const Console& console);
+
+/// An XML file as text and as document.
+struct XmlFile {
+    std::string path;
+    std::string text;  ///< UTF-8
+    xml::Document document;
+    bool hasUtf8Mark = false;
+    bool isUtf16 = false;  ///< told by its bytes, whatever it declares
+};
+
+/// Reads and parses a file. Throws `Fault` with line and position for one that is not well-formed, or whose root element is not
+/// this one.
+[[nodiscard]] XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root);
+
+/// The bytes of a document that goes back to a file: with the file's own XML declaration, in the encoding that this names. Throws
+/// `Fault`.
+[[nodiscard]] std::string bytesFor(const XmlFile& file, const xml::Document& document);
+
+}  // namespace vrn::cli

@@ -1,0 +1,116 @@
+#include "hosts/cli/FindingText.h"
+
+#include "errors/modErr.h"
+#include "hosts/cli/Names.h"
+
+namespace vrn::cli {
+
+namespace {
+
+constexpr std::string_view faultCode = "file-fault";
+
+std::string coloured(Severity severity, const Style& style) {
+    const auto name = severityName(severity);
+    switch (severity) {
+        case Severity::Error:
+            return style.red(name);
+        case Severity::Warning:
+            return style.yellow(name);
+        case Severity::Note:
+            break;
+    }
+    return style.cyan(name);
+}
+
+Json sarifLocation(const std::string& path) {
+    return {{"physicalLocation", {{"artifactLocation", {{"uri", uriOf(path)}}}}}};
+}
+
+Json sarifRules() {
+    Json rules = Json::array();
+    for (const auto& kind : findingKinds()) {
+        rules.push_back({{"id", kind.code},
+                         {"shortDescription", {{"text", kind.meaning}}},
+                         {"defaultConfiguration", {{"level", severityName(kind.severity)}}}});
+    }
+    rules.push_back({{"id", faultCode},
+                     {"shortDescription", {{"text", "The file cannot be read as a method."}}},
+                     {"defaultConfiguration", {{"level", "error"}}}});
+    return rules;
+}
+
+std::string dumped(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+}  // namespace
+
+std::string findingText(const std::string& file, const std::vector<Finding>& findings, const Style& style) {
+    if (findings.empty()) {
+        return {};
+    }
+    std::string out = style.bold(displayName(file)) + "\n";
+    for (const auto& finding : findings) {
+        const auto place = placeOf(finding);
+        out += "  " + padded(coloured(finding.kind->severity, style), 9) +
+               (place.empty() ? "" : printable(place) + ": ") + printable(finding.message) + "  " +
+               style.dim("[" + std::string(finding.kind->code) + "]") + "\n";
+        if (!finding.fix.empty()) {
+            out += std::string(11, ' ') + style.dim("fix: " + printable(finding.fix)) + "\n";
+        }
+    }
+    return out;
+}
+
+Json findingJson(const Finding& finding) {
+    Json json = {{"code", finding.kind->code}, {"severity", severityName(finding.kind->severity)}};
+    if (finding.step > 0) {
+        json["step"] = finding.step;
+    }
+    const auto addText = [&json](const char* key, const std::string& text) {
+        if (!text.empty()) {
+            json[key] = text;
+        }
+    };
+    addText("cycle", finding.cycle);
+    addText("parameter", finding.parameter);
+    addText("value", finding.value);
+    addText("message", finding.message);
+    addText("fix", finding.fix);
+    return json;
+}
+
+Json findingsJson(const std::vector<Finding>& findings) {
+    Json all = Json::array();
+    for (const auto& finding : findings) {
+        all.push_back(findingJson(finding));
+    }
+    return all;
+}
+
+std::string sarifResult(const std::string& path, const Finding& finding) {
+    const auto place = placeOf(finding);
+    auto location = sarifLocation(path);
+    if (!place.empty()) {
+        location["logicalLocations"] = Json::array({{{"fullyQualifiedName", place}}});
+    }
+    Json message = (place.empty() ? "" : place + ": ") + finding.message +
+                   (finding.fix.empty() ? "" : ". To mend it, " + finding.fix);
+    return dumped({{"ruleId", finding.kind->code},
+                   {"level", severityName(finding.kind->severity)},
+                   {"message", {{"text", std::move(message)}}},
+                   {"locations", Json::array({std::move(location)})}});
+}
+
+std::string sarifFault(const std::string& path, const std::string& what) {
+    return dumped({{"ruleId", faultCode},
+                   {"level", "error"},
+                   {"message", {{"text", what}}},
+                   {"locations", Json::array({sarifLocation(path)})}});
+}
+
+std::string sarifDocument(const std::string& results) {
+    const Json driver = {{"name", "vrnmethod"}, {"version", errors::versionText()}, {"rules", sarifRules()}};
+    return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":{"driver":)" +
+           dumped(driver) + R"(},"results":[)" + results + "]}]}\n";
+}
+
+}  // namespace vrn::cli

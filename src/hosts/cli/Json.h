@@ -1,0 +1,16 @@
+// JSON as the tool writes it: keys in the order in which they are documented, texts as UTF-8.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace vrn::cli {
+
+using Json = nlohmann::ordered_json;
+
+/// The value on one line, with line end.
+[[nodiscard]] inline std::string jsonLine(const Json& value) {
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace vrn::cli

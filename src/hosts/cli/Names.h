@@ -1,0 +1,17 @@
+// Names of files as the user sees them. Inside, a name is what the system calls the file, byte for byte.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vrn::cli {
+
+inline constexpr std::string_view standardInput = "-";
+
+/// The name as UTF-8 text on one line: bytes that are not UTF-8 and control characters become "\xNN".
+[[nodiscard]] std::string displayName(std::string_view path);
+
+/// The name as a relative or absolute URI reference.
+[[nodiscard]] std::string uriOf(std::string_view path);
+
+}  // namespace vrn::cli

@@ -1,0 +1,156 @@
+#include <ostream>
+
+#include "hosts/cli/Checker.h"
+#include "hosts/cli/Commands.h"
+#include "hosts/cli/FindingText.h"
+#include "hosts/cli/Names.h"
+
+namespace vrn::cli {
+
+namespace {
+
+struct CheckArguments {
+    SetArguments set;
+    MethodArguments methods;
+    std::string format = "text";
+    std::string failOn = "warning";
+};
+
+std::size_t indexOf(Severity severity) { return static_cast<std::size_t>(severity); }
+
+Outcome outcomeOf(const MethodFile& file, const std::vector<Finding>& findings, const CheckArguments& arguments,
+                  const Style& style) {
+    Outcome outcome;
+    const auto worst = severityOf(arguments.failOn).value_or(Severity::Warning);
+    for (const auto& finding : findings) {
+        ++outcome.counts[indexOf(finding.kind->severity)];
+        if (finding.kind->severity >= worst) {
+            outcome.status = ExitStatus::Findings;
+        }
+    }
+    if (arguments.format == "json") {
+        outcome.out = jsonLine({{"file", displayName(file.path)}, {"findings", findingsJson(findings)}});
+    } else if (arguments.format == "sarif") {
+        for (const auto& finding : findings) {
+            outcome.out += (outcome.out.empty() ? "" : ",") + sarifResult(file.path, finding);
+        }
+    } else {
+        outcome.out = findingText(file.path, findings, style);
+    }
+    return outcome;
+}
+
+// What is told of all methods together, once they are through.
+class Summary {
+  public:
+    void add(const Outcome& outcome) {
+        ++methods_;
+        faults_ += outcome.status == ExitStatus::Fault ? 1 : 0;
+        bool any = false;
+        for (std::size_t i = 0; i < counts_.size(); ++i) {
+            counts_[i] += outcome.counts[i];
+            any = any || outcome.counts[i] > 0;
+        }
+        withFindings_ += any ? 1 : 0;
+    }
+
+    [[nodiscard]] std::string text(const Style& style) const {
+        auto line = counted(methods_ - faults_, "method") + " checked: ";
+        std::string found;
+        for (const auto severity : {Severity::Error, Severity::Warning, Severity::Note}) {
+            if (const auto count = counts_[indexOf(severity)]; count > 0) {
+                found += (found.empty() ? "" : ", ") + counted(count, severityName(severity));
+            }
+        }
+        line += found.empty() ? style.green("nothing found") : found + " in " + counted(withFindings_, "method");
+        return line + (faults_ > 0 ? "; " + counted(faults_, "file") + " could not be read" : "") + "\n";
+    }
+
+  private:
+    std::array<std::size_t, 3> counts_{};
+    std::size_t methods_ = 0;
+    std::size_t withFindings_ = 0;
+    std::size_t faults_ = 0;
+};
+
+void listCodes(const Console& console) {
+    const Style style(console.outHasColour);
+    Table table;
+    for (const auto& kind : findingKinds()) {
+        table.add({std::string(kind.code), std::string(severityName(kind.severity)), std::string(kind.meaning)});
+    }
+    console.out << table.text();
+}
+
+ExitStatus run(const Console& console, CheckArguments arguments) {
+    if (arguments.methods.json) {
+        arguments.format = "json";
+    }
+    arguments.methods.json = arguments.format == "json";
+    const bool sarif = arguments.format == "sarif";
+    const Style style(console.outHasColour);
+    const auto set = readSet(arguments.set, console);
+    const auto makeWork = [&]() -> MethodWork {
+        return [&, checker = std::make_shared<Checker>(set)](const MethodFile& file) {
+            try {
+                const auto method = readXmlFile(file.path, console, "Method");
+                return outcomeOf(file, checker->check(method.document).findings, arguments, style);
+            } catch (const Fault& fault) {
+                auto outcome = faultOutcome(file, fault.what(), arguments.methods.json);
+                outcome.out += sarif ? sarifFault(file.path, fault.what()) : "";
+                return outcome;
+            }
+        };
+    };
+    Summary summary;
+    std::string results;
+    const auto gather = [&](Outcome& outcome) {
+        summary.add(outcome);
+        if (sarif && !outcome.out.empty()) {
+            results += (results.empty() ? "" : ",") + outcome.out;
+            outcome.out.clear();
+        }
+    };
+    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
+    if (sarif) {
+        console.out << sarifDocument(results);
+    } else if (arguments.format == "text") {
+        console.out << summary.text(style);
+    }
+    return status;
+}
+
+}  // namespace
+
+void addCheck(CLI::App& tool, Session& session) {
+    auto* const command = tool.add_subcommand("check", "Find everything that is wrong with methods");
+    const auto arguments = std::make_shared<CheckArguments>();
+    addMethodOptions(*command, arguments->methods);
+    addSetOptions(*command, arguments->set);
+    command->add_option("--format", arguments->format, "How to tell")
+        ->check(CLI::IsMember({"text", "json", "sarif"}))
+        ->type_name("FORMAT")
+        ->capture_default_str();
+    command->add_option("--fail-on", arguments->failOn, "The mildest finding that gives exit status 1")
+        ->check(CLI::IsMember({"error", "warning", "note"}))
+        ->type_name("SEVERITY")
+        ->capture_default_str();
+    // Answers before the other options are asked for.
+    command->add_flag_callback(
+        "--list-codes",
+        [&session] {
+            listCodes(session.console);
+            throw CLI::Success();
+        },
+        "List the codes of all findings and what they mean");
+    command->footer(
+        "Looks at signature, version, syringe, every step's cycle and values, and the embedded cycles. Each\n"
+        "finding has a code that stays the same from version to version. --json is --format json.\n\n"
+        "Examples:\n"
+        "  vrnmethod check --set instrument/ methods/\n"
+        "  vrnmethod check --set instrument/ --jobs 4 --fail-on error methods/\n"
+        "  vrnmethod check --set instrument/ --format sarif methods/ > methods.sarif");
+    command->callback([arguments, &session] { session.status = run(session.console, *arguments); });
+}
+
+}  // namespace vrn::cli

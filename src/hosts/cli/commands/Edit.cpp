@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+
+#include "hosts/cli/Checker.h"
+#include "hosts/cli/Commands.h"
+#include "hosts/cli/FindingText.h"
+#include "hosts/cli/Names.h"
+#include "hosts/cli/ScriptedUser.h"
+#include "hosts/cli/System.h"
+
+namespace vrn::cli {
+
+namespace {
+
+struct EditArguments {
+    SetArguments set;
+    WriteArguments write;
+    std::string method;
+    std::string script;
+    std::string audit;
+    bool force = false;
+    bool json = false;
+};
+
+class Editing {
+  public:
+    Editing(const Console& console, const EditArguments& arguments)
+        : console_(&console), arguments_(&arguments), checker_(readSet(arguments.set, console)) {}
+
+    ExitStatus run() {
+        if (arguments_->method == standardInput && arguments_->script == standardInput) {
+            throw Fault("standard input cannot be both the method and the script");
+        }
+        const auto commands = parseEditScript(arguments_->script, readFile(arguments_->script, *console_));
+        const auto method = readXmlFile(arguments_->method, *console_, "Method");
+        requireWhole(method);
+        auto& engine = checker_.engine();
+        engine.load(method.text);
+        ScriptedUser(engine, arguments_->script).carryOut(commands);
+        const auto audit = arguments_->audit.empty() ? std::string() : engine.editor().AuditTrail();
+        const auto auditReports = engine.takeReports();
+        const auto built = engine.editor().GetMethodXml();
+        if (const auto reports = engine.takeReports(); !built || !reports.empty()) {
+            throw Fault(displayName(method.path) + ": nothing was written: " +
+                        (reports.empty() ? "the method has no step" : oneLine(reports.front())));
+        }
+        const auto findings = checker_.check(*built).findings;
+        const bool hasErrors = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+            return finding.kind->severity == Severity::Error;
+        });
+        if (hasErrors && !arguments_->force) {
+            tellReport(method, "refused", "not written: check would find errors; --force writes all the same",
+                       findings);
+            return ExitStatus::Findings;
+        }
+        write(method, *built, audit);
+        for (const auto& report : auditReports) {
+            console_->err << "vrnmethod: the audit trail is not complete: " << oneLine(report) << "\n";
+        }
+        tellReport(method, "edited",
+                   (arguments_->write.dryRun ? "would be edited: " : "edited: ") + counted(commands.size(), "edit"),
+                   findings);
+        return hasErrors ? ExitStatus::Findings : ExitStatus::Well;
+    }
+
+  private:
+    // What the editor would not show cannot be edited.
+    void requireWhole(const XmlFile& method) {
+        for (const auto& finding : checker_.check(method.document).findings) {
+            const auto code = finding.kind->code;
+            if (concernsSignature(finding) || code == "step-malformed" || code == "cycle-unknown" ||
+                code == "version-unsupported" || code == "editor-report") {
+                throw Fault(displayName(method.path) + ": cannot be edited: " +
+                            (finding.step > 0 ? placeOf(finding) + ": " : "") + finding.message);
+            }
+        }
+    }
+
+    // The audit trail first: a method is not to change without one. It goes again when the method cannot be written.
+    void write(const XmlFile& method, const xml::Document& built, const std::string& audit) {
+        const bool writesAudit = !arguments_->audit.empty() && !arguments_->write.dryRun;
+        if (!writesAudit) {
+            writeMethod(method, built);
+            return;
+        }
+        std::error_code error;
+        const bool existed = std::filesystem::exists(arguments_->audit, error);
+        const auto before = existed ? readFile(arguments_->audit, *console_) : std::string();
+        system::replaceFile(arguments_->audit, audit + "\n", "");
+        try {
+            writeMethod(method, built);
+        } catch (...) {
+            if (existed) {
+                system::replaceFile(arguments_->audit, before, "");
+            } else {
+                std::filesystem::remove(arguments_->audit, error);
+            }
+            throw;
+        }
+    }
+
+    void writeMethod(const XmlFile& method, const xml::Document& built) {
+        Outcome outcome;
+        writeBack(checker_.engine(), method, built, arguments_->write, outcome);
+        console_->out << outcome.out;
+    }
+
+    void tellReport(const XmlFile& method, const char* status, const std::string& words,
+                    const std::vector<Finding>& findings) const {
+        auto& out = method.path == standardInput ? console_->err : console_->out;
+        if (arguments_->json) {
+            out << jsonLine(
+                {{"file", displayName(method.path)}, {"status", status}, {"findings", findingsJson(findings)}});
+            return;
+        }
+        const auto found = findingText(method.path, findings, Style(console_->outHasColour));
+        out << displayName(method.path) << ": " << words << "\n"
+            << (found.empty() ? found : found.substr(found.find('\n') + 1));
+    }
+
+    const Console* console_;
+    const EditArguments* arguments_;
+    Checker checker_;
+};
+
+}  // namespace
+
+void addEdit(CLI::App& tool, Session& session) {
+    auto* const command = tool.add_subcommand("edit", "Change a method by a script");
+    const auto arguments = std::make_shared<EditArguments>();
+    command->add_option("METHOD", arguments->method, "Method file, or - for standard input")->required()->type_name("");
+    command->add_option("--script", arguments->script, "File with the edits, or - for standard input")
+        ->required()
+        ->type_name("FILE");
+    command->add_option("--audit", arguments->audit, "Write the audit trail document of the changes to this file")
+        ->type_name("FILE");
+    command->add_flag("-f,--force", arguments->force, "Write even what check would call an error");
+    command->add_flag("--json", arguments->json, "Print one JSON object");
+    addSetOptions(*command, arguments->set);
+    addWriteOptions(*command, arguments->write);
+    command->footer(
+        std::string(editScriptHelp) +
+        "\n\nEvery edit passes the checks of the editor's window. The file is written when all of them went through,\n"
+        "and stays as it is otherwise.\n\n"
+        "Examples:\n"
+        "  vrnmethod edit method.xml --script changes.txt --set instrument/ --audit audit.xml\n"
+        "  echo 'set 2 Volume=5' | vrnmethod edit method.xml --script - --set instrument/");
+    command->callback([arguments, &session] { session.status = Editing(session.console, *arguments).run(); });
+}
+
+}  // namespace vrn::cli

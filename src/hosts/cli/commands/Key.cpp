@@ -1,0 +1,21 @@
+#include <ostream>
+
+#include "hosts/cli/Commands.h"
+#include "services/EmbeddedSignatures.h"
+
+namespace vrn::cli {
+
+void addKey(CLI::App& tool, Session& session) {
+    auto* const command =
+        tool.add_subcommand("key", "Print the key of method signatures, as standard verifiers want it");
+    command->footer(
+        "The key is public: a signature shows that a method was changed outside the editor, not who changed it.\n\n"
+        "Example:\n"
+        "  vrnmethod key > key.txt && xmlsec1 --verify --hmackey:vrnMethodEditor key.txt METHOD.xml");
+    command->callback([&session] {
+        services::EmbeddedSignatureV4 component;
+        session.console.out << services::signatureKeyV4(component) << std::flush;
+    });
+}
+
+}  // namespace vrn::cli

@@ -1,0 +1,113 @@
+#include "method/MethodContent.h"
+
+#include <algorithm>
+
+#include "catalogue/Indexes.h"
+#include "catalogue/ParameterDefinition.h"
+#include "method/MethodText.h"
+#include "services/SignatureProfile.h"
+#include "text/Lists.h"
+
+namespace vrn::method {
+
+namespace {
+
+std::string cycleName(std::string_view text) {
+    constexpr std::string_view prefix = "[MACRO ";
+    if (!text.starts_with(prefix) || !text.ends_with(']')) {
+        return std::string(text);
+    }
+    return std::string(text.substr(prefix.size(), text.size() - prefix.size() - 1));
+}
+
+}  // namespace
+
+std::string descriptionOf(const xml::Document& method) {
+    std::string lines;
+    if (const auto description = method.selectSingleNode("Method/Description")) {
+        for (const auto& line : catalogue::contentChildren(description)) {
+            lines += line.text();
+            lines += text::crlf;
+        }
+    }
+    return ReverseDescription(std::move(lines));
+}
+
+std::vector<std::string> stepTexts(const xml::Document& method) {
+    std::vector<std::string> texts;
+    if (const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable")) {
+        for (const auto& step : catalogue::contentChildren(sequence)) {
+            // An element without text is how an empty sequence is written: no step.
+            if (auto text = step.text(); !text.empty()) {
+                texts.push_back(std::move(text));
+            }
+        }
+    }
+    return texts;
+}
+
+MethodMacroEntry stepOf(const std::string& text) {
+    const auto open = text.find('(');
+    const auto close = text.find(')');
+    if (open == std::string::npos || close == std::string::npos || close < open) {
+        errors::throwInvalidProcedureCall();
+    }
+    MethodMacroEntry entry;
+    entry.MacroName = text.substr(0, open);
+    if (auto values = text::split(std::string_view(text).substr(open + 1, close - open - 1), ","); !values.empty()) {
+        entry.MacroValues = std::move(values);
+    }
+    return entry;
+}
+
+std::vector<EmbeddedCycle> embeddedCycles(const xml::Document& method) {
+    std::vector<EmbeddedCycle> cycles;
+    const auto data = method.selectSingleNode("Method/Macros/MacroData");
+    if (!data) {
+        return cycles;
+    }
+    for (const auto& node : catalogue::contentChildren(data)) {
+        const auto kind = node.name();
+        if (kind == "MacroName") {
+            cycles.push_back({cycleName(node.text()), {}});
+        } else if (kind == "MacroLine" && !cycles.empty()) {
+            cycles.back().definitions.push_back(node.text());
+        }
+    }
+    return cycles;
+}
+
+const EmbeddedCycle* findCycle(const std::vector<EmbeddedCycle>& cycles, std::string_view name) {
+    const auto found =
+        std::find_if(cycles.begin(), cycles.end(), [name](const EmbeddedCycle& cycle) { return cycle.name == name; });
+    return found == cycles.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> parameterNames(const std::vector<std::string>& definitions) {
+    std::vector<std::string> names;
+    names.reserve(definitions.size());
+    for (const auto& definition : definitions) {
+        names.push_back(catalogue::ParameterDefinition(definition).displayName());
+    }
+    return names;
+}
+
+MethodContent contentOf(const xml::Document& method) {
+    MethodContent content;
+    if (const auto version = method.selectSingleNode("Method/VERSION")) {
+        content.version = version.text();
+    }
+    content.description = descriptionOf(method);
+    if (const auto syringe = method.selectSingleNode("/Method/Syringe/SyringeSize")) {
+        content.syringe = syringe.text();
+    }
+    content.steps = stepTexts(method);
+    content.cycles = embeddedCycles(method);
+    if (const auto root = method.selectSingleNode("/Method")) {
+        content.isSigned = root.child("Signature") || !services::signatureChildren(root).empty();
+        content.timestamp = root.attribute("LastModifiedTimestamp").value_or("");
+    }
+    return content;
+}
+
+}  // namespace vrn::method

@@ -1,0 +1,50 @@
+// What a method document says, read without an editor and without the documents around it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "method/EditorState.h"
+#include "xml/Dom.h"
+
+namespace vrn::method {
+
+/// The description as the box shows it: every line ended by CR LF.
+[[nodiscard]] std::string descriptionOf(const xml::Document& method);
+
+/// The texts of the steps, those without text left out.
+[[nodiscard]] std::vector<std::string> stepTexts(const xml::Document& method);
+
+/// A step's text as name and values. Error 5 for a text without parentheses in this order.
+[[nodiscard]] MethodMacroEntry stepOf(const std::string& text);
+
+/// A cycle as the method embeds it.
+struct EmbeddedCycle {
+    std::string name;
+    std::vector<std::string> definitions;  ///< parameter definitions in grid order
+};
+
+/// The embedded cycles in document order. A name without its brackets is used as it stands.
+[[nodiscard]] std::vector<EmbeddedCycle> embeddedCycles(const xml::Document& method);
+/// The cycle of this name, or null.
+[[nodiscard]] const EmbeddedCycle* findCycle(const std::vector<EmbeddedCycle>& cycles, std::string_view name);
+
+/// The display names of the parameters that a cycle's definitions describe.
+[[nodiscard]] std::vector<std::string> parameterNames(const std::vector<std::string>& definitions);
+
+struct MethodContent {
+    std::optional<std::string> version;
+    std::string description;
+    std::optional<std::string> syringe;
+    std::vector<std::string> steps;  ///< see `stepTexts`
+    std::vector<EmbeddedCycle> cycles;
+    bool isSigned = false;  ///< whether there is a signature of either form at all
+    std::string timestamp;  ///< of the first cycle when it was embedded; empty when there is none
+};
+
+[[nodiscard]] MethodContent contentOf(const xml::Document& method);
+
+}  // namespace vrn::method

@@ -1,0 +1,121 @@
+// Files: which ones a call means, what is said of those that are none, how they are written.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "cli/ToolFixture.h"
+#include "hosts/cli/System.h"
+
+namespace vrn::test {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class FilesTest : public ToolFixture {
+  protected:
+    std::size_t filesIn(const std::string& name) const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(path(name)), fs::directory_iterator()));
+    }
+    std::string fault(const std::string& name, const std::string& content) {
+        try {
+            cli::system::replaceFile(path(name).string(), content, "");
+        } catch (const cli::Fault& error) {
+            return text::replacedAll(error.what(), folder.string() + "/", "");
+        }
+        return "none";
+    }
+};
+
+TEST_F(FilesTest, FoldersStandForTheirMethodsInOrderOfNames) {
+    fs::create_directories(path("methods/b/c.xml"));
+    for (const auto* const name : {"methods/z.xml", "methods/a.XML", "methods/b/m.xml", "methods/b/c.xml/n.xml",
+                                   "methods/.hidden.xml", "methods/notes.txt"}) {
+        writeMethod(name, {"COUNT(3)"});
+    }
+    fs::copy(path("set"), path("methods/set"));
+    EXPECT_EQ(run("verify @methods @methods/z.xml @methods/../methods/b/m.xml"), 0);
+    EXPECT_EQ(out,
+              "intact    methods/a.XML (version 04)\n"
+              "intact    methods/b/c.xml/n.xml (version 04)\n"
+              "intact    methods/b/m.xml (version 04)\n"
+              "intact    methods/z.xml (version 04)\n");
+    fs::rename(path("methods/set/macros.xml"), path("methods/m.xml"));
+    EXPECT_EQ(
+        run("check @methods --macros @methods/m.xml --objects @methods/set/objects.xml --config @methods/set/config.xml"),
+        0)
+        << err;
+}
+
+TEST_F(FilesTest, WhatCannotBeReadIsToldAndTheOthersGoOn) {
+    writeMethod("methods/good.xml", {"COUNT(3)"});
+    write("methods/bad.xml", "<Method>\n  <Syringe></Method>");
+    write("methods/empty.xml", "");
+    write("methods/latin.xml", "<?xml version='1.0' encoding='martian'?><Method/>");
+    write("methods/other.xml", "<Macros/>");
+    write("methods/m\xE9thode.xml", "<Method>");
+    fs::create_directory(path("methods/none"));
+    std::ofstream(path("methods/huge.xml")).close();
+    fs::resize_file(path("methods/huge.xml"), 200'000'000);
+    EXPECT_EQ(run("verify @methods @methods/nothing.xml @methods/none --jobs 3"), 2);
+    EXPECT_EQ(out, "intact    methods/good.xml (version 04)\n");
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/bad.xml:2:"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/empty.xml: is empty\n"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/latin.xml: The encoding \"martian\""));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/other.xml: its root element is <Macros>, not <Method>\n"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/m\\xE9thode.xml:1:"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/huge.xml: is larger than 64 MB"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/nothing.xml: no such file or folder\n"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/none: holds no *.xml files\n"));
+    EXPECT_EQ(run("verify --json @methods/other.xml"), 2);
+    EXPECT_EQ(
+        out,
+        "{\"file\":\"methods/other.xml\",\"error\":\"methods/other.xml: its root element is <Macros>, not <Method>\"}\n");
+    EXPECT_EQ(run("check @methods/good.xml --macros @methods --objects @set/objects.xml --config @set/config.xml"), 2);
+    EXPECT_EQ(err, "vrnmethod: methods: is a folder\n");
+    EXPECT_EQ(run("check @methods/good.xml"), 2);
+    EXPECT_THAT(err, StartsWith("vrnmethod: name the document set"));
+}
+
+TEST_F(FilesTest, AFileIsReplacedWholeWithItsPermissions) {
+    write("methods/f", "old");
+    fs::permissions(path("methods/f"), fs::perms(0640));
+    fs::create_symlink("f", path("methods/link"));
+    cli::system::replaceFile(path("methods/link").string(), "new", ".bak");
+    EXPECT_TRUE(fs::is_symlink(path("methods/link")));
+    EXPECT_EQ(read("methods/f"), "new");
+    EXPECT_EQ(read("methods/f.bak"), "old");
+    EXPECT_EQ(fs::status(path("methods/f")).permissions(), fs::perms(0640));
+    EXPECT_EQ(fs::status(path("methods/f.bak")).permissions(), fs::perms(0640));
+    EXPECT_EQ(filesIn("methods"), 3U);
+    fs::permissions(path("methods/f"), fs::perms(0444));
+    EXPECT_EQ(fault("methods/f", "newer"), "methods/f: is read-only");
+    EXPECT_EQ(fault("methods", "x"), "methods: is a folder");
+    EXPECT_THAT(fault("nowhere/f", "x"), StartsWith("nowhere/f: cannot write into its folder: "));
+    EXPECT_EQ(read("methods/f"), "new");
+    EXPECT_EQ(filesIn("methods"), 3U) << "nothing is left beside it";
+}
+
+TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
+    const auto method = signedMethod({"NOTE(é)"});
+    const auto body = method.substr(method.find("?>") + 2);
+    const auto unsignedBody = text::replacedAll(body, "DigestValue>", "Removed>");
+    const auto sign = [&](const std::string& declaration) {
+        write("m.xml", xml::encodeXmlFile(declaration + unsignedBody));
+        EXPECT_EQ(run("sign --force @m.xml"), 0) << err;
+        EXPECT_EQ(run("verify @m.xml"), 0) << out << err;
+        return read("m.xml");
+    };
+    EXPECT_THAT(sign("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"),
+                StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?><Method "));
+    EXPECT_THAT(sign("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?>"),
+                StartsWith("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?><Method "));
+    EXPECT_THAT(read("m.xml"), HasSubstr("NOTE(\xE9)"));
+    EXPECT_THAT(sign("<?xml version=\"1.0\" encoding=\"UTF-16\"?>"), StartsWith(std::string("\xFF\xFE<\0?\0", 6)));
+    EXPECT_THAT(sign(""), StartsWith("<Method "));
+    write("m.xml", "\xEF\xBB\xBF" + unsignedBody);
+    EXPECT_EQ(run("sign --force @m.xml"), 0);
+    EXPECT_THAT(read("m.xml"), StartsWith("\xEF\xBB\xBF<Method "));
+}
+
+}  // namespace
+}  // namespace vrn::test

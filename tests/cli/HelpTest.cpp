@@ -1,0 +1,86 @@
+// What the tool says of itself: help, completions, the manual page, schemas.
+#include <CLI/CLI.hpp>
+
+#include <gmock/gmock.h>
+
+#include "cli/ToolFixture.h"
+#include "hosts/cli/HelpModel.h"
+
+namespace vrn::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+class HelpTest : public ToolFixture {
+  protected:
+    HelpTest() {
+        cli::Session session{{in_, sink_, sink_}};
+        CLI::App tool;
+        cli::describeTool(tool, session);
+        help = cli::helpOf(tool);
+    }
+    cli::ToolHelp help;
+
+  private:
+    std::istringstream in_;
+    std::ostringstream sink_;
+};
+
+TEST_F(HelpTest, EveryCommandExplainsItselfByExample) {
+    EXPECT_GE(help.commands.size(), 14U);
+    EXPECT_EQ(run("--help"), 0);
+    const auto overview = out;
+    for (const auto& command : help.commands) {
+        EXPECT_THAT(overview, HasSubstr(command.name));
+        EXPECT_EQ(run(command.name + " --help"), 0);
+        EXPECT_THAT(out, HasSubstr("Example")) << command.name;
+        for (const auto& option : command.options) {
+            EXPECT_FALSE(option.description.empty()) << command.name << " " << option.names.front();
+        }
+    }
+    EXPECT_EQ(run("fly"), 2);
+    EXPECT_EQ(run("check"), 2);
+    EXPECT_EQ(err, "vrnmethod: METHOD is required\nTo read more: vrnmethod check --help\n");
+    EXPECT_EQ(run("--version"), 0);
+}
+
+TEST_F(HelpTest, CompletionsAndManualKnowEveryOption) {
+    run("completion bash");
+    const auto bash = out;
+    run("completion zsh");
+    const auto zsh = out;
+    run("completion fish");
+    const auto fish = out;
+    run("man");
+    for (const auto& command : help.commands) {
+        EXPECT_THAT(bash, HasSubstr(command.name));
+        EXPECT_THAT(zsh, HasSubstr("        '" + command.name + ":"));
+        EXPECT_THAT(fish, HasSubstr("-a " + command.name + " "));
+        EXPECT_THAT(out, HasSubstr(".SS " + command.name + "\n"));
+        for (const auto& option : command.options) {
+            for (const auto& name : option.names) {
+                if (name.starts_with("--")) {
+                    EXPECT_THAT(bash, HasSubstr(name));
+                    EXPECT_THAT(zsh, HasSubstr(name));
+                    EXPECT_THAT(fish, HasSubstr(" -l " + name.substr(2) + " "));
+                    EXPECT_THAT(out, HasSubstr(text::replacedAll(name, "-", "\\-")));
+                }
+            }
+        }
+    }
+    EXPECT_THAT(bash, HasSubstr("complete -F _vrnmethod vrnmethod\n"));
+    EXPECT_THAT(zsh, HasSubstr("    _vrnmethod \"$@\"\n"));
+    EXPECT_THAT(bash, HasSubstr("check:--format) mapfile -t COMPREPLY < <(compgen -W 'text json sarif'"));
+    EXPECT_THAT(zsh, HasSubstr("[How to tell]:FORMAT:(text json sarif)"));
+    EXPECT_THAT(fish, HasSubstr("-l format -d 'How to tell' -x -a 'text json sarif'"));
+}
+
+TEST_F(HelpTest, SchemasAreDocuments) {
+    for (const auto* const kind : {"macros", "objects", "config", "method", "audit"}) {
+        EXPECT_EQ(run(std::string("schema ") + kind), 0);
+        EXPECT_EQ(parsed(out).documentElement().name(), "xs:schema") << kind;
+    }
+}
+
+}  // namespace
+}  // namespace vrn::test

@@ -1,0 +1,118 @@
+// What the commands are made of: columns, names, work side by side, edit scripts.
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <thread>
+
+#include "hosts/cli/EditScript.h"
+#include "hosts/cli/ExitStatus.h"
+#include "hosts/cli/Jobs.h"
+#include "hosts/cli/Names.h"
+#include "hosts/cli/Output.h"
+
+namespace vrn::cli {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+TEST(Output, ColumnsLineUpInColumnsOfTheTerminal) {
+    const Style style(true);
+    Table table(" ");
+    table.add({"a", "", "first"});
+    table.add({style.bold("試料"), "", "second", ""});
+    table.add({"e\xCC\x81", "", "third"});
+    EXPECT_EQ(table.text(), " a     first\n \x1B[1m試料\x1B[0m  second\n e\xCC\x81     third\n");
+}
+
+TEST(Output, NoTextMovesTheCursor) {
+    EXPECT_EQ(printable("a\x1B[2Jb\nc\xFF\xC2\x9B"), "a\xEF\xBF\xBD[2Jb\\nc\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(displayName("m\xE9thode\n.xml"), "m\\xE9thode\\x0A.xml");
+    EXPECT_EQ(displayName("méthode.xml"), "méthode.xml");
+    EXPECT_EQ(uriOf("a b/é%.xml"), "a%20b/%C3%A9%25.xml");
+}
+
+TEST(Jobs, ResultsComeInOrderWhoeverIsFirst) {
+    std::vector<std::size_t> taken;
+    forEachInOrder<std::size_t>(
+        50, 4,
+        [](unsigned, std::size_t index) {
+            std::this_thread::sleep_for(std::chrono::microseconds((50 - index) % 7 * 300));
+            return index * 2;
+        },
+        [&](std::size_t index, std::size_t result) {
+            EXPECT_EQ(result, index * 2);
+            taken.push_back(index);
+        },
+        [] { return false; });
+    ASSERT_EQ(taken.size(), 50U);
+    EXPECT_TRUE(std::is_sorted(taken.begin(), taken.end()));
+}
+
+TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
+    for (const unsigned jobs : {1U, 3U}) {
+        std::atomic<std::size_t> begun = 0;
+        std::size_t taken = 0;
+        forEachInOrder<int>(
+            100, jobs, [&](unsigned, std::size_t) { return static_cast<int>(++begun); },
+            [&](std::size_t, int) { ++taken; }, [&] { return begun >= 10; });
+        EXPECT_EQ(taken, begun);
+        EXPECT_LT(taken, 100U);
+    }
+}
+
+std::string problem(const std::string& script) {
+    try {
+        (void)parseEditScript("s.txt", script);
+    } catch (const Fault& fault) {
+        return fault.what();
+    }
+    return "none";
+}
+
+TEST(EditScript, EveryEdit) {
+    const auto commands = parseEditScript("s",
+                                          "# all of them\r\n"
+                                          "insert WASH before 2 Volume=5 \"Hold Time\" = \"\"   # why\n\n"
+                                          "insert \"before\" after 1\n"
+                                          "insert WASH before=1\n"
+                                          "replace 3 NOTE \"Te\\\"xt\"=\"a = #b\"\n"
+                                          "set 1 X=-0.5 Y=z\n"
+                                          "delete 12\n"
+                                          "syringe 10uL\n"
+                                          "description \"One\" \"\" Two");
+    ASSERT_EQ(commands.size(), 8U);
+    using Verb = EditCommand::Verb;
+    EXPECT_EQ(commands[0].verb, Verb::Insert);
+    EXPECT_EQ(commands[0].line, 2U);
+    EXPECT_EQ(commands[0].step, 1U);
+    ASSERT_EQ(commands[0].values.size(), 2U);
+    EXPECT_EQ(commands[0].values[1].parameter, "Hold Time");
+    EXPECT_EQ(commands[0].values[1].value, "");
+    EXPECT_EQ(commands[1].text, "before");
+    EXPECT_EQ(commands[1].step, 1U);
+    EXPECT_EQ(commands[2].step, EditCommand::atEnd);
+    EXPECT_EQ(commands[2].values[0].parameter, "before");
+    EXPECT_EQ(commands[3].values[0].parameter, "Te\"xt");
+    EXPECT_EQ(commands[3].values[0].value, "a = #b");
+    EXPECT_EQ(commands[4].values[0].value, "-0.5");
+    EXPECT_EQ(commands[5].step, 12U);
+    EXPECT_EQ(commands[6].text, "10uL");
+    EXPECT_EQ(commands[7].text, "One\r\n\r\nTwo");
+}
+
+TEST(EditScript, ProblemsNameLineAndPosition) {
+    EXPECT_THAT(problem("\n  move 1"), HasSubstr("s.txt:2:3: 'move' is no edit"));
+    EXPECT_EQ(problem("set 0 A=1"), "s.txt:1:5: '0' is not the number of a step");
+    EXPECT_EQ(problem("set 1x A=1"), "s.txt:1:5: '1x' is not the number of a step");
+    EXPECT_EQ(problem("set 1"), "s.txt:1:6: a parameter is expected here");
+    EXPECT_EQ(problem("set 1 A"), "s.txt:1:7: 'A' needs a value: PARAMETER=VALUE");
+    EXPECT_EQ(problem("set 1 A="), "s.txt:1:9: a value is expected here");
+    EXPECT_EQ(problem("set 1 A=1,2"), "s.txt:1:9: a method cannot hold a value with a comma or a parenthesis");
+    EXPECT_EQ(problem("delete 1 2"), "s.txt:1:10: nothing more is expected here");
+    EXPECT_EQ(problem("syringe \"10uL"), "s.txt:1:9: the closing quote is missing");
+    EXPECT_EQ(problem("syringe \"\\n\""), R"(s.txt:1:11: only \" and \\ can be written with a backslash)");
+}
+
+}  // namespace
+}  // namespace vrn::cli
