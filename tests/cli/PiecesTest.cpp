@@ -13,7 +13,6 @@
 namespace vrn::cli {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 TEST(Output, ColumnsLineUpInColumnsOfTheTerminal) {

@@ -8,7 +8,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 class WriteTest : public ToolFixture {
   protected:
