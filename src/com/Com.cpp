@@ -49,9 +49,7 @@ Bstr::Bstr(std::wstring_view wide) : text_(allocated(wide)) {}
 
 std::string Bstr::utf8() const { return utf8Of(text_); }
 
-std::string utf8Of(BSTR text) {
-    return text == nullptr ? std::string() : text::fromWide({text, SysStringLen(text)});
-}
+std::string utf8Of(BSTR text) { return text == nullptr ? std::string() : text::fromWide({text, SysStringLen(text)}); }
 
 Variant::Variant(std::string_view utf8) : Variant() {
     value_.bstrVal = allocated(text::toWide(utf8));

@@ -43,7 +43,9 @@ class Bstr {
     Bstr& operator=(const Bstr&) = delete;
 
     [[nodiscard]] BSTR get() const noexcept { return text_; }
-    [[nodiscard]] std::wstring_view view() const noexcept { return {text_ == nullptr ? L"" : text_, SysStringLen(text_)}; }
+    [[nodiscard]] std::wstring_view view() const noexcept {
+        return {text_ == nullptr ? L"" : text_, SysStringLen(text_)};
+    }
     [[nodiscard]] std::string utf8() const;
     /// For a call that gives a text away.
     [[nodiscard]] BSTR* put() noexcept {

@@ -109,6 +109,9 @@ bool Grid::takes(int row, const std::string& text) const {
 }
 
 UserRequest Grid::userEdit(int row, std::string_view text, bool commit) {
+    if (!enabled() || !visible()) {
+        return UserRequest::NotUsable;
+    }
     auto typed = text::withoutNonXmlCharacters(text);
     if (!takes(row, typed)) {
         return UserRequest::NoSuchEntry;

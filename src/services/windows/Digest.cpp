@@ -60,8 +60,8 @@ Sha256 hmacSha256(std::string_view key, std::string_view data) {
 std::string base64(const Sha256& value) {
     std::array<char, base64Length + 1> encoded{};
     auto length = static_cast<DWORD>(encoded.size());
-    if (CryptBinaryToStringA(value.data(), static_cast<DWORD>(value.size()),
-                             CRYPT_STRING_BASE64 | CRYPT_STRING_NOCRLF, encoded.data(), &length) == FALSE) {
+    if (CryptBinaryToStringA(value.data(), static_cast<DWORD>(value.size()), CRYPT_STRING_BASE64 | CRYPT_STRING_NOCRLF,
+                             encoded.data(), &length) == FALSE) {
         throw errors::Error(errors::number::internalError, "The cryptographic library failed: base64");
     }
     return {encoded.data(), length};

@@ -15,8 +15,8 @@ class SystemLocale final : public LocaleService {
   public:
     std::string decimalSeparator() override {
         std::array<char, 8> separator{};
-        const int length = GetLocaleInfoA(GetThreadLocale(), LOCALE_SDECIMAL, separator.data(),
-                                          static_cast<int>(separator.size()));
+        const int length =
+            GetLocaleInfoA(GetThreadLocale(), LOCALE_SDECIMAL, separator.data(), static_cast<int>(separator.size()));
         return length > 1 ? text::fromAnsi(separator.data()) : ".";
     }
     std::uint32_t systemDefaultLcid() override { return GetSystemDefaultLCID(); }

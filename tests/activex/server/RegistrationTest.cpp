@@ -34,8 +34,7 @@ void collect(HKEY parent, const std::wstring& path, Values& values) {
         }
         // Only texts are written by the control; of anything else the bytes are compared.
         const std::wstring_view value(reinterpret_cast<const wchar_t*>(data.data()), size / sizeof(wchar_t));
-        values[text::fromWide(path + L" @" + name.data())] =
-            text::fromWide(value.substr(0, value.find(L'\0')));
+        values[text::fromWide(path + L" @" + name.data())] = text::fromWide(value.substr(0, value.find(L'\0')));
     }
     for (DWORD i = 0;; ++i) {
         auto length = static_cast<DWORD>(name.size());
@@ -89,9 +88,8 @@ HRESULT create(const wchar_t* progId) {
     CLSID clsid{};
     ComPtr<IVRN_MethodEditor> control;
     const HRESULT found = CLSIDFromProgID(progId, &clsid);
-    return FAILED(found)
-               ? found
-               : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IVRN_MethodEditor, &control);
+    return FAILED(found) ? found
+                         : CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IVRN_MethodEditor, &control);
 }
 
 TEST(Registration, IsCompleteAndUndoneWithoutATrace) {

@@ -65,6 +65,8 @@ Window::Making TextPeer::making(HWND parent) const {
 
 void TextPeer::update(Change change) {
     if (change == Change::Text) {
+        // As long as the system allows: its own limit would cut what is pasted.
+        send(EM_SETLIMITTEXT, 0);
         show();
     }
 }

@@ -9,9 +9,8 @@ namespace vrn::activex {
 
 /// The status of the control as containers read it before they create one: recompose on resize, cannot link inside, inside
 /// out, activate when visible, set client site first.
-inline constexpr DWORD miscStatus =
-    OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
-    OLEMISC_SETCLIENTSITEFIRST;
+inline constexpr DWORD miscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
+                                    OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
 /// Writes all entries, or leaves none.
 [[nodiscard]] HRESULT registerServer() noexcept;
