@@ -5,6 +5,7 @@
 
 #include "cli/ToolFixture.h"
 #include "hosts/cli/HelpModel.h"
+#include "hosts/cli/Json.h"
 
 namespace vrn::test {
 namespace {
@@ -73,6 +74,15 @@ TEST_F(HelpTest, CompletionsAndManualKnowEveryOption) {
     EXPECT_THAT(bash, HasSubstr("check:--format) mapfile -t COMPREPLY < <(compgen -W 'text json sarif'"));
     EXPECT_THAT(zsh, HasSubstr("[How to tell]:FORMAT:(text json sarif)"));
     EXPECT_THAT(fish, HasSubstr("-l format -d 'How to tell' -x -a 'text json sarif'"));
+}
+
+TEST_F(HelpTest, EveryTextComesAsJsonToo) {
+    for (const std::string command : {"schema method", "key", "completion bash", "man"}) {
+        ASSERT_EQ(run(command), 0);
+        const auto text = out;
+        ASSERT_EQ(run(command + " --json"), 0);
+        EXPECT_EQ(cli::Json::parse(out), (cli::Json{{command.substr(0, command.find(' ')), text}}));
+    }
 }
 
 TEST_F(HelpTest, SchemasAreDocuments) {

@@ -1,5 +1,11 @@
 #include "hosts/cli/Options.h"
 
+#include <memory>
+#include <ostream>
+#include <utility>
+
+#include "hosts/cli/Json.h"
+
 namespace vrn::cli {
 
 void addSetOptions(CLI::App& command, SetArguments& set) {
@@ -43,6 +49,19 @@ void addWriteOptions(CLI::App& command, WriteArguments& write) {
                     "Keep the old file under its name with this suffix, such as .bak")
         ->type_name("SUFFIX")
         ->group(group);
+}
+
+std::function<void(std::string_view)> textPrinter(CLI::App& command, Session& session, std::string key) {
+    const auto json = std::make_shared<bool>(false);
+    command.add_flag("--json", *json, "Print one JSON object");
+    return [json, key = std::move(key), &session](std::string_view text) {
+        if (*json) {
+            session.console.out << jsonLine({{key, text}});
+        } else {
+            session.console.out << text;
+        }
+        session.console.out << std::flush;
+    };
 }
 
 }  // namespace vrn::cli

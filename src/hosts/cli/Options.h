@@ -2,7 +2,9 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "hosts/cli/Engine.h"
 #include "hosts/cli/MethodRun.h"
@@ -19,5 +21,10 @@ struct Session {
     Console console;
     ExitStatus status = ExitStatus::Well;
 };
+
+/// For a command that prints one text: adds `--json`, and gives what prints the text as it stands or, with that option, as an
+/// object that has it under `key`.
+[[nodiscard]] std::function<void(std::string_view text)> textPrinter(CLI::App& command, Session& session,
+                                                                     std::string key);
 
 }  // namespace vrn::cli

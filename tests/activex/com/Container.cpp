@@ -5,8 +5,8 @@ namespace vrn::test {
 class Container::Frame final : public TestObject<IOleInPlaceFrame> {
   public:
     explicit Frame(Container& container) : container_(container) {}
-    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
-        *window = container_.window;
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* handle) override {
+        *handle = container_.window;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL /*enter*/) override { return E_NOTIMPL; }
@@ -62,8 +62,8 @@ class Container::Site final : public TestObject<IOleClientSite, IOleInPlaceSite,
     HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL /*show*/) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
     // IOleInPlaceSite
-    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
-        *window = container_.window;
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* handle) override {
+        *handle = container_.window;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL /*enter*/) override { return E_NOTIMPL; }

@@ -51,7 +51,7 @@ class TestObject : public First, public Others... {
 template <typename Object, typename... Arguments>
 com::ComPtr<Object> make(Arguments&&... arguments) {
     auto* const object = new Object(std::forward<Arguments>(arguments)...);
-    const com::ComPtr<Object> made(object);
+    com::ComPtr<Object> made(object);
     object->Release();  // the reference that it was born with
     return made;
 }

@@ -77,15 +77,15 @@ TEST_F(FormTest, ManyFormsLeaveNothingBehind) {
     const auto gdi = GetGuiResources(process, GR_GDIOBJECTS);
     const auto user = GetGuiResources(process, GR_USEROBJECTS);
     const int highest = highestGdiIndex();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 100; ++i) {
         cycle();
     }
     EXPECT_EQ(Form::windowsLeft(), 1);
     EXPECT_LE(GetGuiResources(process, GR_GDIOBJECTS), gdi + 2);
     EXPECT_LE(GetGuiResources(process, GR_USEROBJECTS), user + 2);
     if (gdi == 0) {
-        // A system that does not count: one object left behind by each form would use up 200 places of its table.
-        EXPECT_LT(highestGdiIndex(), highest + 100);
+        // A system that does not count: one object left behind by each form would use up 100 places of its table.
+        EXPECT_LT(highestGdiIndex(), highest + 50);
     }
 }
 

@@ -48,12 +48,17 @@ HRESULT GridAccessible::GetTypeInfoCount(UINT* count) {
     *count = 0;
     return S_OK;
 }
-HRESULT GridAccessible::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
+HRESULT GridAccessible::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** info) {
     *info = nullptr;
     return E_NOTIMPL;
 }
-HRESULT GridAccessible::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) { return E_NOTIMPL; }
-HRESULT GridAccessible::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) {
+HRESULT GridAccessible::GetIDsOfNames(REFIID /*id*/, LPOLESTR* /*names*/, UINT /*count*/, LCID /*locale*/,
+                                      DISPID* /*ids*/) {
+    return E_NOTIMPL;
+}
+HRESULT GridAccessible::Invoke(DISPID /*member*/, REFIID /*id*/, LCID /*locale*/, WORD /*flags*/,
+                               DISPPARAMS* /*parameters*/, VARIANT* /*result*/, EXCEPINFO* /*exception*/,
+                               UINT* /*argument*/) {
     return E_NOTIMPL;
 }
 
@@ -129,7 +134,7 @@ HRESULT GridAccessible::get_accValue(VARIANT child, BSTR* value) {
     return row == 0 ? DISP_E_MEMBERNOTFOUND : give(row, 1, value);
 }
 
-HRESULT GridAccessible::get_accDescription(VARIANT, BSTR* description) { return nothing(description); }
+HRESULT GridAccessible::get_accDescription(VARIANT /*child*/, BSTR* description) { return nothing(description); }
 
 HRESULT GridAccessible::get_accRole(VARIANT child, VARIANT* role) {
     int row = 0;
@@ -160,12 +165,12 @@ HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
     return giveNumber(states, state);
 }
 
-HRESULT GridAccessible::get_accHelp(VARIANT, BSTR* help) { return nothing(help); }
-HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT, long* topic) {
+HRESULT GridAccessible::get_accHelp(VARIANT /*child*/, BSTR* help) { return nothing(help); }
+HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT /*child*/, long* topic) {
     *topic = -1;
     return nothing(file);
 }
-HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT, BSTR* shortcut) { return nothing(shortcut); }
+HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT /*child*/, BSTR* shortcut) { return nothing(shortcut); }
 
 HRESULT GridAccessible::get_accFocus(VARIANT* child) {
     VariantInit(child);
@@ -184,7 +189,7 @@ HRESULT GridAccessible::get_accSelection(VARIANT* children) {
     return row > 0 ? giveNumber(row, children) : S_FALSE;
 }
 
-HRESULT GridAccessible::get_accDefaultAction(VARIANT, BSTR* action) { return nothing(action); }
+HRESULT GridAccessible::get_accDefaultAction(VARIANT /*child*/, BSTR* action) { return nothing(action); }
 
 HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
     int row = 0;
@@ -258,9 +263,9 @@ HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
     return giveNumber(row > 0 ? row : CHILDID_SELF, child);
 }
 
-HRESULT GridAccessible::accDoDefaultAction(VARIANT) { return DISP_E_MEMBERNOTFOUND; }
-HRESULT GridAccessible::put_accName(VARIANT, BSTR) { return DISP_E_MEMBERNOTFOUND; }
+HRESULT GridAccessible::accDoDefaultAction(VARIANT /*child*/) { return DISP_E_MEMBERNOTFOUND; }
+HRESULT GridAccessible::put_accName(VARIANT /*child*/, BSTR /*name*/) { return DISP_E_MEMBERNOTFOUND; }
 // Values are entered by the user alone, where they are validated.
-HRESULT GridAccessible::put_accValue(VARIANT, BSTR) { return DISP_E_MEMBERNOTFOUND; }
+HRESULT GridAccessible::put_accValue(VARIANT /*child*/, BSTR /*value*/) { return DISP_E_MEMBERNOTFOUND; }
 
 }  // namespace vrn::activex

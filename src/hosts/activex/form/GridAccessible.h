@@ -50,8 +50,10 @@ class GridAccessible final : public IAccessible {
     HRESULT STDMETHODCALLTYPE put_accName(VARIANT child, BSTR name) override;
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT child, BSTR value) override;
 
+  protected:
+    ~GridAccessible() = default;  // by Release only
+
   private:
-    ~GridAccessible() = default;
     /// The row that a child means, 0 for the grid itself; a failure for one that is not there.
     HRESULT rowOf(const VARIANT& child, int& row) const noexcept;
     [[nodiscard]] bool connected() const noexcept;

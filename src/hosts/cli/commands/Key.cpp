@@ -1,4 +1,3 @@
-#include <ostream>
 
 #include "hosts/cli/Commands.h"
 #include "services/EmbeddedSignatures.h"
@@ -12,9 +11,10 @@ void addKey(CLI::App& tool, Session& session) {
         "The key is public: a signature shows that a method was changed outside the editor, not who changed it.\n\n"
         "Example:\n"
         "  vrnmethod key > key.txt && xmlsec1 --verify --hmackey:vrnMethodEditor key.txt METHOD.xml");
-    command->callback([&session] {
+    const auto print = textPrinter(*command, session, "key");
+    command->callback([print] {
         services::EmbeddedSignatureV4 component;
-        session.console.out << services::signatureKeyV4(component) << std::flush;
+        print(services::signatureKeyV4(component));
     });
 }
 

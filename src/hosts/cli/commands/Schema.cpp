@@ -1,5 +1,4 @@
 #include <map>
-#include <ostream>
 
 #include "Schemas.h"
 #include "hosts/cli/Commands.h"
@@ -18,13 +17,14 @@ void addSchema(CLI::App& tool, Session& session) {
         "Examples:\n"
         "  vrnmethod schema method > method.xsd\n"
         "  xmllint --noout --schema method.xsd methods/*.xml");
-    command->callback([kind, &session] {
+    const auto print = textPrinter(*command, session, "schema");
+    command->callback([kind, print] {
         static const std::map<std::string, std::string_view> schemas{{"macros", macrosSchema},
                                                                      {"objects", objectsSchema},
                                                                      {"config", configSchema},
                                                                      {"method", methodSchema},
                                                                      {"audit", auditSchema}};
-        session.console.out << schemas.at(*kind);
+        print(schemas.at(*kind));
     });
 }
 

@@ -1,5 +1,4 @@
 // What belongs to the shell and the system rather than to methods: completion, the manual page.
-#include <ostream>
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
@@ -19,11 +18,10 @@ void addCompletion(CLI::App& tool, Session& session) {
         "  vrnmethod completion bash > /etc/bash_completion.d/vrnmethod\n"
         "  vrnmethod completion zsh > ~/.zfunc/_vrnmethod\n"
         "  vrnmethod completion fish > ~/.config/fish/completions/vrnmethod.fish");
-    command->callback([shell, &tool, &session] {
+    const auto print = textPrinter(*command, session, "completion");
+    command->callback([shell, print, &tool] {
         const auto help = helpOf(tool);
-        session.console.out << (*shell == "bash"  ? bashCompletion(help)
-                                : *shell == "zsh" ? zshCompletion(help)
-                                                  : fishCompletion(help));
+        print(*shell == "bash" ? bashCompletion(help) : *shell == "zsh" ? zshCompletion(help) : fishCompletion(help));
     });
 }
 
@@ -34,7 +32,8 @@ void addMan(CLI::App& tool, Session& session) {
         "Examples:\n"
         "  vrnmethod man | man -l -\n"
         "  vrnmethod man > /usr/local/share/man/man1/vrnmethod.1");
-    command->callback([&tool, &session] { session.console.out << manPage(helpOf(tool), errors::versionText()); });
+    const auto print = textPrinter(*command, session, "man");
+    command->callback([print, &tool] { print(manPage(helpOf(tool), errors::versionText())); });
 }
 
 }  // namespace vrn::cli

@@ -43,8 +43,10 @@ std::string narrow(const wchar_t* text) {
 // A file beside the target until it takes the target's place; gone when that does not happen.
 class Beside {
   public:
-    explicit Beside(const std::string& target) : target_(target), name_(wide(target) + L".vrnmethod-new") {
-        file_ = CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    explicit Beside(const std::string& target)
+        : target_(target),
+          name_(wide(target) + L".vrnmethod-new"),
+          file_(CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)) {
         if (file_ == INVALID_HANDLE_VALUE) {
             fail(target_, "cannot write into its folder");
         }
@@ -100,7 +102,7 @@ class Beside {
 
     std::string target_;
     std::wstring name_;
-    HANDLE file_ = INVALID_HANDLE_VALUE;
+    HANDLE file_;
 };
 
 }  // namespace
@@ -110,6 +112,7 @@ std::vector<std::string> prepare(int /*argc*/, char** /*argv*/) {
     int count = 0;
     LPWSTR* const all = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> arguments;
+    arguments.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         arguments.push_back(narrow(all[i]));
     }
