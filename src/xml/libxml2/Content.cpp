@@ -1,10 +1,8 @@
 // Text in and out of nodes, and their attributes.
-#include <algorithm>
 #include <new>
-#include <utility>
 
 #include "errors/Error.h"
-#include "text/Unicode.h"
+#include "xml/DescendantText.h"
 #include "xml/Names.h"
 #include "xml/libxml2/Tree.h"
 
@@ -20,48 +18,22 @@ bool hasOwnContent(const xmlNode* node) noexcept {
            node->type == XML_PI_NODE;
 }
 
-// The text of all descendants, and which part of it no trimming may touch: from the first CDATA section to the last, empty ones
-// too, since a section that had to be parted may begin or end with one.
-struct Collected {
-    std::string text;
-    std::size_t keepFrom = std::string::npos;
-    std::size_t keepTo = 0;
-};
-
-Collected collect(const xmlNode* top) {
-    Collected collected;
+DescendantText collect(const xmlNode* top) {
+    DescendantText collected;
     const xmlNode* node = top->children;
     while (node != nullptr) {
         if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
             node = node->children;
             continue;
         }
-        if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE) {
-            const std::size_t start = collected.text.size();
-            collected.text += view(node->content);
-            if (node->type == XML_CDATA_SECTION_NODE) {
-                collected.keepFrom = std::min(collected.keepFrom, start);
-                collected.keepTo = collected.text.size();
-            }
+        if (node->type == XML_TEXT_NODE) {
+            collected.addText(view(node->content));
+        } else if (node->type == XML_CDATA_SECTION_NODE) {
+            collected.addCData(view(node->content));
         }
         node = tree::nextBeyond(node, top);
     }
     return collected;
-}
-
-std::string trimmed(Collected collected) {
-    std::string& text = collected.text;
-    std::size_t end = text.size();
-    while (end > collected.keepTo && text::isXmlSpace(text[end - 1])) {
-        --end;
-    }
-    text.resize(end);
-    std::size_t start = 0;
-    while (start < std::min(end, collected.keepFrom) && text::isXmlSpace(text[start])) {
-        ++start;
-    }
-    text.erase(0, start);
-    return std::move(text);
 }
 
 void setOwnContent(xmlNode* node, std::string_view text) {
@@ -122,7 +94,7 @@ std::string Node::text() const {
     if (node->type == XML_ATTRIBUTE_NODE || hasOwnContent(node)) {
         return stringValue();
     }
-    return trimmed(collect(node));
+    return collect(node).trimmed();
 }
 
 std::string Node::stringValue() const {
@@ -133,7 +105,7 @@ std::string Node::stringValue() const {
     if (node->type == XML_ATTRIBUTE_NODE) {
         return std::string(tree::attributeValue(tree::asAttribute(node)));
     }
-    return collect(node).text;
+    return collect(node).whole();
 }
 
 void Node::setText(std::string_view text) const {

@@ -1,9 +1,7 @@
 // Text in and out of nodes, and their attributes.
-#include <algorithm>
-#include <utility>
 
 #include "errors/Error.h"
-#include "text/Unicode.h"
+#include "xml/DescendantText.h"
 #include "xml/Names.h"
 #include "xml/msxml/Tree.h"
 
@@ -22,47 +20,21 @@ bool hasOwnContent(DOMNodeType type) noexcept {
     return type != NODE_ELEMENT && type != NODE_DOCUMENT && type != NODE_DOCUMENT_FRAGMENT;
 }
 
-// The text of all descendants, and which part of it no trimming may touch: from the first CDATA section to the last, empty ones
-// too, since a section that had to be parted may begin or end with one.
-struct Collected {
-    std::string text;
-    std::size_t keepFrom = std::string::npos;
-    std::size_t keepTo = 0;
-};
-
-Collected collect(IXMLDOMNode* top) {
-    Collected collected;
+DescendantText collect(IXMLDOMNode* top) {
+    DescendantText collected;
     tree::walk(
         top,
         [&](IXMLDOMNode* node) {
             const DOMNodeType type = typeOf(node);
-            if (type == NODE_TEXT || type == NODE_CDATA_SECTION) {
-                const std::size_t start = collected.text.size();
-                collected.text += tree::valueOf(node);
-                if (type == NODE_CDATA_SECTION) {
-                    collected.keepFrom = std::min(collected.keepFrom, start);
-                    collected.keepTo = collected.text.size();
-                }
+            if (type == NODE_TEXT) {
+                collected.addText(tree::valueOf(node));
+            } else if (type == NODE_CDATA_SECTION) {
+                collected.addCData(tree::valueOf(node));
             }
             return !hasOwnContent(type);
         },
         [](IXMLDOMNode* /*node*/) {});
     return collected;
-}
-
-std::string trimmed(Collected collected) {
-    std::string& text = collected.text;
-    std::size_t end = text.size();
-    while (end > collected.keepTo && text::isXmlSpace(text[end - 1])) {
-        --end;
-    }
-    text.resize(end);
-    std::size_t start = 0;
-    while (start < std::min(end, collected.keepFrom) && text::isXmlSpace(text[start])) {
-        ++start;
-    }
-    text.erase(0, start);
-    return std::move(text);
 }
 
 void setOwnContent(IXMLDOMNode* node, DOMNodeType type, std::string_view text) {
@@ -115,12 +87,12 @@ bool isDeclarationName(std::string_view name) noexcept { return name == "xmlns" 
 
 std::string Node::text() const {
     IXMLDOMNode* const node = required(*this);
-    return hasOwnContent(typeOf(node)) ? tree::valueOf(node) : trimmed(collect(node));
+    return hasOwnContent(typeOf(node)) ? tree::valueOf(node) : collect(node).trimmed();
 }
 
 std::string Node::stringValue() const {
     IXMLDOMNode* const node = required(*this);
-    return hasOwnContent(typeOf(node)) ? tree::valueOf(node) : collect(node).text;
+    return hasOwnContent(typeOf(node)) ? tree::valueOf(node) : collect(node).whole();
 }
 
 void Node::setText(std::string_view text) const {
