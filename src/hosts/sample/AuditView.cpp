@@ -54,14 +54,14 @@ void AuditView::create(HWND parent, int id) {
 
 void AuditView::showNothing() const {
     clear();
-    addRow({L"Compare shows the changes.", L""});
+    addRow({L"Not compared yet", L"F5 compares"});
 }
 
 void AuditView::showTrail(const com::Bstr& trail) const {
     clear();
     const auto document = parseDocument(trail.get());
     if (document == nullptr) {
-        addRow({L"No audit trail can be made of the method as it is.", L""});
+        addRow({L"No audit trail", L"of the method as it is"});
         return;
     }
     bool any = false;
