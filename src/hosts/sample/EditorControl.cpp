@@ -30,6 +30,7 @@ com::ComPtr<IVRN_MethodEditor> createEditor() {
 
 }  // namespace
 
+// snippet: life
 EditorControl::EditorControl(Container& container, ErrorHandler onError)
     : container_(container), editor_(createEditor()) {
     com::require(editor_.As(&object_));
@@ -67,6 +68,7 @@ void EditorControl::moveTo(const RECT& place) noexcept {
         inPlace_->SetObjectRects(&place, &place);
     }
 }
+// end of snippet
 
 HWND EditorControl::window() const noexcept {
     HWND window = nullptr;

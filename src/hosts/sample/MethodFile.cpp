@@ -35,6 +35,7 @@ bool MethodFile::isChanged() {
     return knownAsChanged_;
 }
 
+// snippet: save
 // What the control compares with follows `GetMethodXml` from its second call on, or from the first one after the property
 // was set to True. False puts that off: the next call leaves the comparison alone.
 com::ComPtr<IDispatch> MethodFile::build() {
@@ -55,5 +56,6 @@ bool MethodFile::save(const std::wstring& path) {
     knownAsChanged_ = false;
     return true;
 }
+// end of snippet
 
 }  // namespace vrn::sample

@@ -161,6 +161,7 @@ int Window::run() {
     return static_cast<int>(message.wParam);
 }
 
+// snippet: keys
 // Who sees a key before it is dispatched: the control when it has the focus, then the host's own keys, then the control again
 // for the mnemonics of its buttons, then TAB among the panes.
 bool Window::translate(MSG& message) {
@@ -183,6 +184,7 @@ bool Window::translate(MSG& message) {
     return message.message == WM_KEYDOWN && message.wParam == VK_TAB && (from == idAudit || from == idEvents) &&
            goToPane(from, GetKeyState(VK_SHIFT) < 0);
 }
+// end of snippet
 
 // TAB behind the control's last field, or before its first one.
 bool Window::unusedKey(const MSG& message) noexcept {
@@ -210,6 +212,7 @@ bool Window::goToPane(int from, bool backwards) {
     return true;
 }
 
+// snippet: modal
 void Window::enableModeless(bool enable) noexcept {
     EnableWindow(window_, enable ? TRUE : FALSE);
     if (!enable) {
@@ -219,6 +222,7 @@ void Window::enableModeless(bool enable) noexcept {
         SetActiveWindow(window_);
     }
 }
+// end of snippet
 
 void Window::showStatus(const wchar_t* text) noexcept {
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text));
