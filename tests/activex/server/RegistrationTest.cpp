@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <olectl.h>
 
+#include <functional>
 #include <map>
+#include <thread>
 #include <vector>
 
 #include "activex/support/ControlFile.h"
@@ -130,6 +132,31 @@ TEST(Registration, IsCompleteAndUndoneWithoutATrace) {
     EXPECT_EQ(classes(), before);
     EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), CO_E_CLASSSTRING);
     // Once more: nothing there is no failure.
+    EXPECT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
+}
+
+// COM gives a thread of the multithreaded apartment a proxy, and the control a thread of its own that dispatches messages.
+TEST(Registration, ServesTheMultithreadedApartmentThroughAProxy) {
+    ASSERT_EQ(run(L"regsvr32 /s \"" + controlFile() + L"\""), 0U);
+    const auto inApartment = [](const std::function<void()>& body) {
+        std::thread([&body] {
+            EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+            body();
+            CoUninitialize();
+        }).join();
+    };
+    inApartment([&] {
+        ComPtr<IVRN_MethodEditor> proxy;
+        ASSERT_EQ(
+            CoCreateInstance(CLSID_VRN_MethodEditor, nullptr, CLSCTX_INPROC_SERVER, IID_IVRN_MethodEditor, &proxy),
+            S_OK);
+        VARIANT_BOOL changed = VARIANT_TRUE;
+        EXPECT_EQ(proxy->SetXmlDocuments(nullptr, nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(proxy->get_MethodIsChanged(&changed), S_OK);
+        EXPECT_EQ(changed, VARIANT_FALSE);
+        // All threads of that apartment share it.
+        inApartment([&] { EXPECT_EQ(proxy->refreshControls(), S_OK); });
+    });
     EXPECT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
 }
 
