@@ -210,6 +210,10 @@ TEST(DomNode, SetTextReplacesTheContent) {
     a.setText("  ");
     EXPECT_EQ(document.xml(), "<a>&#32; </a>");
     EXPECT_EQ(x.text(), "x");
+    a.setText("");
+    a.setText("b\rc\r\nd");
+    (void)a.insertBefore(document.createTextNode("\r"), a.firstChild());
+    EXPECT_EQ(document.xml(), "<a>&#13;b&#13;c&#13;\nd</a>");
 
     const Document other = loaded("<a b='1'><![CDATA[c]]><!--d--><?e f?></a>");
     for (const Node& child : other.documentElement().childNodes()) {

@@ -65,9 +65,7 @@ void replaceChildren(tree::Tree& owner, IXMLDOMNode* parent, std::string_view te
         tree::remove(parent, child.Get());
     }
     if (!text.empty()) {
-        ComPtr<IXMLDOMText> added;
-        com::require(owner.document->createTextNode(Bstr(text).get(), &added));
-        tree::insert(owner, added.Get(), parent, nullptr);
+        tree::insert(owner, tree::newText(owner, text).Get(), parent, nullptr);
     }
 }
 

@@ -67,9 +67,7 @@ Node Document::createElement(std::string_view name, std::string_view namespaceUr
 
 Node Document::createTextNode(std::string_view text) const {
     requireText(text);
-    ComPtr<IXMLDOMText> node;
-    tree::requireAccepted(content_->tree->document->createTextNode(Bstr(text).get(), &node));
-    return handle(content_->tree, node);
+    return handle(content_->tree, tree::newText(*content_->tree, text));
 }
 
 Node Document::createProcessingInstruction(std::string_view target, std::string_view data) const {

@@ -145,6 +145,16 @@ std::string valueOf(IXMLDOMNode* node) {
 
 void setValue(IXMLDOMNode* node, std::string_view value) { com::require(node->put_nodeValue(Variant(value).get())); }
 
+// A node is created with line feeds in the place of carriage returns; a value that is set stays as it is.
+ComPtr<IXMLDOMText> newText(const Tree& tree, std::string_view text) {
+    ComPtr<IXMLDOMText> node;
+    requireAccepted(tree.document->createTextNode(Bstr(text).get(), &node));
+    if (text.find('\r') != std::string_view::npos) {
+        setValue(node.Get(), text);
+    }
+    return node;
+}
+
 std::string namespaceOf(IXMLDOMNode* node) {
     Bstr uri;
     com::require(node->get_namespaceURI(uri.put()));

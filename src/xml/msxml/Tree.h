@@ -67,6 +67,8 @@ void requireAccepted(HRESULT result);
 [[nodiscard]] std::string nameOf(IXMLDOMNode* node);
 [[nodiscard]] std::string valueOf(IXMLDOMNode* node);
 void setValue(IXMLDOMNode* node, std::string_view value);
+/// A text node of the document that is not in it yet.
+[[nodiscard]] com::ComPtr<IXMLDOMText> newText(const Tree& tree, std::string_view text);
 [[nodiscard]] std::string namespaceOf(IXMLDOMNode* node);
 
 [[nodiscard]] NodePtr firstChild(IXMLDOMNode* node);

@@ -37,6 +37,13 @@ TEST_F(FormTest, WindowsShowWhatTheModelsHold) {
     EXPECT_EQ(textOf(window(ControlId::lblCycleDateChanged)), "Notice");
 }
 
+TEST_F(FormTest, ALongDescriptionIsPastedWhole) {
+    const HWND field = window(ControlId::txtMethodDescription);
+    const std::wstring pasted(40000, L'x');
+    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(pasted.c_str()));
+    EXPECT_EQ(state().txtMethodDescription.text().size(), pasted.size());
+}
+
 TEST_F(FormTest, AThousandRowsComeAtOnceAndTheListKeepsItsPlace) {
     const HWND list = window(ControlId::lstMethodMacroList);
     auto& model = state().lstMethodMacroList;

@@ -14,6 +14,7 @@ class HintWindow final : public Peer {
 
   protected:
     [[nodiscard]] Making making(HWND parent) const override;
+    [[nodiscard]] bool takesPlace() const noexcept override { return false; }
     void update(controls::Change change) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 

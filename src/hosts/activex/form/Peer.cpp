@@ -39,7 +39,9 @@ void Peer::updateVisible() noexcept {
         session().focusAdrift();
     }
     ShowWindow(handle(), model_.visible() ? SW_SHOWNA : SW_HIDE);
-    session().placesChanged();
+    if (takesPlace()) {
+        session().placesChanged();
+    }
 }
 
 void Peer::controlChanged(controls::Control& /*control*/, Change change) noexcept {

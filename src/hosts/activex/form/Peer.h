@@ -27,6 +27,8 @@ class Peer : public Window, public controls::ControlObserver {
 
   protected:
     [[nodiscard]] virtual Making making(HWND parent) const = 0;
+    /// Whether others move when it comes or goes.
+    [[nodiscard]] virtual bool takesPlace() const noexcept { return true; }
     /// The model has changed in a way of its own kind.
     virtual void update(controls::Change /*change*/) {}
 

@@ -63,10 +63,14 @@ Window::Making TextPeer::making(HWND parent) const {
             WS_EX_CLIENTEDGE, parent, 0};
 }
 
+void TextPeer::lookChanged() {
+    Peer::lookChanged();
+    // As long as the system allows: its own limit would cut what is pasted.
+    send(EM_SETLIMITTEXT, 0);
+}
+
 void TextPeer::update(Change change) {
     if (change == Change::Text) {
-        // As long as the system allows: its own limit would cut what is pasted.
-        send(EM_SETLIMITTEXT, 0);
         show();
     }
 }

@@ -46,6 +46,7 @@ class TextPeer final : public Peer {
     TextPeer(Session& session, controls::TextBox& model, ControlId id) noexcept
         : Peer(session, model, id), model_(model) {}
     void onCommand(int code) override;
+    void lookChanged() override;
 
   protected:
     [[nodiscard]] Making making(HWND parent) const override;
