@@ -54,12 +54,13 @@ TEST(MessageBoxes, AreReadAndAnswered) {
         ShowingThread showing([icon = icon] { return MessageBoxW(nullptr, L"Text\r\n\u00E9", L"Title", icon); });
         const DWORD thread = showing.id();
         const auto texts =
-            waitFor<std::optional<sample::MessageBoxTexts>>([thread] { return sample::answerMessageBox(thread); });
+            waitFor<std::optional<sample::MessageBoxTexts>>([thread] { return sample::openMessageBox(thread); });
         ASSERT_TRUE(texts.has_value());
         EXPECT_EQ(texts->text, "Text\r\n\xC3\xA9");
         EXPECT_EQ(texts->title, "Title");
         EXPECT_EQ(texts->flags, flags);
-        EXPECT_EQ(sample::answerMessageBox(thread), std::nullopt) << "answered twice";
+        sample::pressOk(*texts);
+        EXPECT_EQ(sample::openMessageBox(thread), std::nullopt) << "met twice";
         EXPECT_EQ(showing.result(), IDOK);
     }
 }
@@ -79,7 +80,7 @@ TEST(Menus, AreReadAndChosenFrom) {
         return chosen;
     });
     const DWORD thread = showing.id();
-    EXPECT_EQ(sample::answerMessageBox(thread), std::nullopt);
+    EXPECT_EQ(sample::openMessageBox(thread), std::nullopt);
     HWND const menu = waitFor<HWND>([thread] { return sample::openMenuWindow(thread); });
     ASSERT_NE(menu, nullptr);
     EXPECT_THAT(sample::menuCaptions(menu), testing::ElementsAre("first", "a & b", "third"));

@@ -29,7 +29,9 @@ class PatientUser {
     explicit PatientUser(DWORD thread)
         : hand_([thread](const std::stop_token& over) {
               while (!over.stop_requested()) {
-                  static_cast<void>(sample::answerMessageBox(thread));
+                  if (const auto box = sample::openMessageBox(thread)) {
+                      sample::pressOk(*box);
+                  }
                   Sleep(2);
               }
           }) {}

@@ -61,7 +61,8 @@ int run() {
     const bool set = !given.empty() && given[0] == L"--set" && (given.size() == 2 || given.size() == 3);
     if (given.size() == 1 && given[0] == L"host") {
         const Ole ole;
-        return vrn::sample::runScriptHost();
+        vrn::sample::runScriptHost();
+        return 0;
     }
     if (!given.empty() && !set) {
         print(help);

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "hosts/sample/script/UserInput.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::sample {
@@ -29,13 +30,6 @@ HWND visibleWindow(DWORD thread, const wchar_t* windowClass) {
         }
     }
     return nullptr;
-}
-
-std::string textOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
-    text.resize(
-        static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
-    return text::fromWide(text);
 }
 
 std::int32_t flagsOf(HICON icon) {
@@ -67,17 +61,16 @@ std::int32_t flagsOfBox(HWND box) {
 
 }  // namespace
 
-std::optional<MessageBoxTexts> answerMessageBox(DWORD thread) {
+std::optional<MessageBoxTexts> openMessageBox(DWORD thread) {
     HWND const box = visibleWindow(thread, dialogClass);
     HWND const text = box == nullptr ? nullptr : GetDlgItem(box, messageTextId);
     if (text == nullptr || !isOfClass(box, dialogClass)) {
         return std::nullopt;
     }
-    MessageBoxTexts texts{textOf(text), textOf(box), flagsOfBox(box)};
-    // The answer comes back when the box is no longer seen, so that it is not met twice.
-    SendMessageW(box, WM_COMMAND, IDOK, 0);
-    return texts;
+    return MessageBoxTexts{box, textOf(text), textOf(box), flagsOfBox(box)};
 }
+
+void pressOk(const MessageBoxTexts& box) noexcept { SendMessageW(box.window, WM_COMMAND, IDOK, 0); }
 
 HWND openMenuWindow(DWORD thread) { return visibleWindow(thread, menuClass); }
 

@@ -11,13 +11,16 @@
 namespace vrn::sample {
 
 struct MessageBoxTexts {
+    HWND window = nullptr;
     std::string text;
     std::string title;
     std::int32_t flags = 0;  ///< of the icon: 16 for an error, 64 for an information
 };
 
-/// Reads the message box that the thread shows, and presses OK. None when it shows none.
-[[nodiscard]] std::optional<MessageBoxTexts> answerMessageBox(DWORD thread);
+/// Reads the message box that the thread shows. None when it shows none.
+[[nodiscard]] std::optional<MessageBoxTexts> openMessageBox(DWORD thread);
+/// Presses OK. Comes back when the box is no longer seen, so that it is not met twice.
+void pressOk(const MessageBoxTexts& box) noexcept;
 
 /// The window of the menu that the thread shows, null when it shows none.
 [[nodiscard]] HWND openMenuWindow(DWORD thread);

@@ -20,6 +20,21 @@ com::Variant childId(int row) { return com::Variant(std::int32_t{row}); }
 
 bool isList(HWND editor) { return GetDlgCtrlID(editor) == activex::gridListEditorId; }
 
+// None: negative.
+LRESULT itemWith(HWND list, const std::string& text) {
+    const auto wanted = text::toWide(text);
+    const auto rows = SendMessageW(list, CB_GETCOUNT, 0, 0);
+    for (LRESULT row = 0; row < rows; ++row) {
+        const auto index = static_cast<WPARAM>(row);
+        std::wstring item(static_cast<std::size_t>(SendMessageW(list, CB_GETLBTEXTLEN, index, 0)), L'\0');
+        SendMessageW(list, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(item.data()));
+        if (item == wanted) {
+            return row;
+        }
+    }
+    return -1;
+}
+
 }  // namespace
 
 GridWindow::GridWindow(HWND form) : ChildWindow(form, "grdMacro"), form_(form) {
@@ -45,14 +60,17 @@ std::string GridWindow::value(int row) const {
     return text.utf8();
 }
 
-std::string GridWindow::hint(int row) const {
-    const LPARAM place = placeOf(row, 0);
-    send(WM_MOUSELEAVE);
-    send(WM_MOUSEMOVE, 0, place);
+std::vector<std::string> GridWindow::hints() const {
     const ChildWindow toolTip(form_, "txtToolTip");
-    auto text = toolTip.visible() ? toolTip.text() : std::string();
+    std::vector<std::string> hints;
+    const int rows = rowCount();
     send(WM_MOUSELEAVE);
-    return text;
+    for (int row = 1; row < rows; ++row) {
+        send(WM_MOUSEMOVE, 0, placeOf(row, 0));
+        hints.push_back(toolTip.visible() ? toolTip.text() : std::string());
+    }
+    send(WM_MOUSELEAVE);
+    return hints;
 }
 
 // In the grid's client area.
@@ -121,20 +139,34 @@ bool GridWindow::enter(HWND editor, const std::string& text) {
         replaceText(editor, text);
         return true;
     }
-    const auto wanted = text::toWide(text);
-    const auto rows = SendMessageW(editor, CB_GETCOUNT, 0, 0);
-    for (LRESULT row = 0; row < rows; ++row) {
-        const auto index = static_cast<WPARAM>(row);
-        std::wstring item(static_cast<std::size_t>(SendMessageW(editor, CB_GETLBTEXTLEN, index, 0)), L'\0');
-        SendMessageW(editor, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(item.data()));
-        if (item == wanted) {
-            SendMessageW(editor, CB_SETCURSEL, index, 0);
-            SendMessageW(GetParent(editor), WM_COMMAND, MAKEWPARAM(activex::gridListEditorId, CBN_SELCHANGE),
-                         reinterpret_cast<LPARAM>(editor));
-            return true;
-        }
+    const auto index = itemWith(editor, text);
+    if (index < 0) {
+        return false;
     }
-    return false;
+    SendMessageW(editor, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    SendMessageW(GetParent(editor), WM_COMMAND, MAKEWPARAM(activex::gridListEditorId, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(editor));
+    return true;
+}
+
+bool GridWindow::offers(int row, const std::string& text) const {
+    HWND const left = editor();
+    if (left == nullptr) {
+        return true;
+    }
+    com::Variant leftRow;
+    com::require(accessible_->get_accSelection(leftRow.put()));
+    const auto entered = textOf(left);
+    press(left, VK_ESCAPE);
+    HWND const looked = openEditor(row);
+    const bool offered = looked != nullptr && (!isList(looked) || itemWith(looked, text) >= 0);
+    if (looked != nullptr) {
+        press(looked, VK_ESCAPE);
+    }
+    if (HWND const again = openEditor(leftRow.get().lVal); again != nullptr) {
+        enter(again, entered);
+    }
+    return offered;
 }
 
 }  // namespace vrn::sample

@@ -6,6 +6,7 @@
 #include <oleacc.h>
 
 #include <string>
+#include <vector>
 
 #include "com/Com.h"
 #include "hosts/sample/script/UserInput.h"
@@ -20,8 +21,8 @@ class GridWindow : public ChildWindow {
     [[nodiscard]] int rowCount() const;
     [[nodiscard]] std::string name(int row) const;
     [[nodiscard]] std::string value(int row) const;
-    /// What hovering over the row shows. Leaves the grid again.
-    [[nodiscard]] std::string hint(int row) const;
+    /// What hovering over each of the parameters shows. Leaves the grid again.
+    [[nodiscard]] std::vector<std::string> hints() const;
 
     /// Where the mouse is pressed for a row, at a position in the grid's own units. Scrolls the row into view.
     [[nodiscard]] LPARAM placeOf(int row, int position) const;
@@ -31,7 +32,10 @@ class GridWindow : public ChildWindow {
     /// The editor that is open, null when none is.
     [[nodiscard]] HWND editor() const noexcept;
     /// Enters a text, or chooses it from a list. False when the list does not have it.
-    [[nodiscard]] static bool enter(HWND editor, const std::string& text);
+    static bool enter(HWND editor, const std::string& text);
+    /// Whether a row takes the text, as far as that can be told while another value is still being entered: the user puts that
+    /// one aside, looks into the row's list, and comes back to it. Without such a value, only entering the text will tell.
+    [[nodiscard]] bool offers(int row, const std::string& text) const;
     static void press(HWND editor, WPARAM key) noexcept { SendMessageW(editor, WM_KEYDOWN, key, 0); }
 
   private:

@@ -1,6 +1,7 @@
 #include "hosts/sample/script/HostWindow.h"
 
 #include <exception>
+#include <utility>
 
 #include "hosts/sample/Measures.h"
 
@@ -37,6 +38,8 @@ class Event {
 // On the stack of the thread that waits for it.
 struct HostWindow::Work {
     const std::function<void()>& body;
+    WPARAM number;
+    bool nested = false;
     std::exception_ptr failure;
     Event done;
 
@@ -75,24 +78,37 @@ HostWindow::~HostWindow() {
 void HostWindow::run() {
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        outermost_ = message.hwnd == window_ && message.message == workMessage;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
 }
 
-void HostWindow::perform(const std::function<void()>& work, const std::function<void()>& meanwhile) {
-    Work order{work, nullptr, {}};
+bool HostWindow::perform(const std::function<void()>& work, const std::function<void()>& meanwhile) {
+    Work order{work, ++works_, false, nullptr, {}};
     work_ = &order;
-    PostMessageW(window_, workMessage, 0, 0);
+    PostMessageW(window_, workMessage, order.number, 0);
     for (int glances = 1; !order.done.wait(glance); ++glances) {
         meanwhile();
         // The loop of a message box that ends may drop the message that it has just taken.
         if (glances % patience == 0 && work_ != nullptr) {
-            PostMessageW(window_, workMessage, 0, 0);
+            PostMessageW(window_, workMessage, order.number, 0);
         }
     }
     if (order.failure) {
         std::rethrow_exception(order.failure);
+    }
+    return order.nested;
+}
+
+// A message that was posted twice must not begin the next work: what the windows had posted before is to come first.
+void HostWindow::begin(WPARAM number) noexcept {
+    const bool nested = !std::exchange(outermost_, false);
+    auto* const work = work_.load();
+    if (work != nullptr && work->number == number) {
+        work_ = nullptr;
+        work->nested = nested;
+        work->run();
     }
 }
 
@@ -109,9 +125,7 @@ LRESULT CALLBACK HostWindow::procedure(HWND window, UINT message, WPARAM wParam,
         case workMessage:
             if (auto* const self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
                 self != nullptr) {
-                if (auto* const work = self->work_.exchange(nullptr); work != nullptr) {
-                    work->run();
-                }
+                self->begin(wParam);
             }
             return 0;
         case quitMessage:

@@ -23,11 +23,12 @@ class HostWindow final : public Container {
     HostWindow& operator=(const HostWindow&) = delete;
 
     /// Dispatches messages until `quit`.
-    static void run();
+    void run();
 
     // For the script's thread.
-    /// Has `work` done by the windows' thread and waits for it, calling `meanwhile` now and then. Passes its exception on.
-    void perform(const std::function<void()>& work, const std::function<void()>& meanwhile);
+    /// Has `work` done by the windows' thread and waits for it, calling `meanwhile` now and then. Passes its exception on. The
+    /// answer is whether the thread was in a loop of its own, as while a message box or a menu is open or about to open.
+    bool perform(const std::function<void()>& work, const std::function<void()>& meanwhile);
     void quit() const;
     [[nodiscard]] DWORD thread() const noexcept { return thread_; }
 
@@ -48,11 +49,14 @@ class HostWindow final : public Container {
 
   private:
     struct Work;
+    void begin(WPARAM number) noexcept;
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
     HWND window_ = nullptr;
     DWORD thread_ = GetCurrentThreadId();
     std::atomic<Work*> work_ = nullptr;  // asked for and not begun
+    WPARAM works_ = 0;                   // of the script's thread
+    bool outermost_ = false;             // what is being dispatched came from `run`
     std::optional<EditorControl> control_;
 };
 

@@ -21,10 +21,9 @@ namespace vrn::sample {
 
 namespace {
 
-// The first round may be of the loop of a box that is about to end; what the windows post to themselves while they go on from
-// there may come behind the second.
+// What the windows post to themselves may make them post more.
 constexpr int quietRounds = 3;
-constexpr int mostRounds = 10000;  // some seconds for a menu to go
+constexpr int mostRounds = 10000;  // some seconds for a box to come or a menu to go
 
 void requireUsable(const ChildWindow& window, const std::string& name) {
     if (!window.enabled() || !window.visible()) {
@@ -131,8 +130,13 @@ class Session final : public script::Operations {
         settle();
     }
     void edit(int row, const std::string& text, bool commit) override {
-        const auto requireRow = [&] { requireEntry(row >= 1 && row < GridWindow(form()).rowCount(), grid); };
+        const auto requireRow = [&] {
+            const GridWindow window(form());
+            requireUsable(window, grid);
+            requireEntry(row >= 1 && row < window.rowCount(), grid);
+        };
         run(requireRow);
+        run([&] { requireEntry(GridWindow(form()).offers(row, text), grid); });
         goTo(grid);
         run(requireRow);
         bool entered = false;
@@ -153,7 +157,7 @@ class Session final : public script::Operations {
             const GridWindow window(form());
             requireEntry(row >= 0 && row < window.rowCount(), grid);
             requireUsable(window, grid);
-            PostMessageW(window.handle(), WM_LBUTTONDOWN, MK_LBUTTON, window.placeOf(row, position));
+            SendMessageW(window.handle(), WM_LBUTTONDOWN, MK_LBUTTON, window.placeOf(row, position));
         });
         settle();
         HWND const opened = openMenuWindow(window_.thread());
@@ -203,15 +207,18 @@ class Session final : public script::Operations {
     [[nodiscard]] HWND form() const { return window_.control().window(); }
 
     bool meetMessageBox() {
-        const auto box = answerMessageBox(window_.thread());
+        const auto box = openMessageBox(window_.thread());
         if (box) {
+            // Before the answer: the windows go on from there, and may tell of something too.
             tellMessageBox(box->text, box->title, box->flags);
+            pressOk(*box);
         }
         return box.has_value();
     }
 
-    void run(const std::function<void()>& work) {
-        window_.perform(work, [this] { meetMessageBox(); });
+    /// Whether the windows were in a loop of their own when they did it.
+    bool run(const std::function<void()>& work) {
+        return window_.perform(work, [this] { meetMessageBox(); });
     }
 
     void call(const std::function<void(EditorControl&)>& member) {
@@ -225,10 +232,19 @@ class Session final : public script::Operations {
         settle();
     }
 
-    // Until the windows have dealt with all that was posted to them, and no message box is left.
+    // Until the windows have dealt with all that was posted to them, and nothing waits for the user but a menu.
     void settle() {
-        for (int quiet = 0; quiet < quietRounds; quiet = meetMessageBox() ? 0 : quiet + 1) {
-            run([] {});
+        int round = 0;
+        for (int quiet = 0; quiet < quietRounds; ++round) {
+            const bool nested = run([] {});
+            const bool answered = meetMessageBox();
+            if (nested && openMenuWindow(window_.thread()) != nullptr) {
+                return;
+            }
+            quiet = answered || nested ? 0 : quiet + 1;
+            if (round == mostRounds) {
+                throw errors::Error(E_FAIL, "The windows wait for something that is not seen.");
+            }
         }
     }
 
@@ -270,10 +286,7 @@ class Session final : public script::Operations {
 
 }  // namespace
 
-int runScriptHost() {
-    // Lines as they are, without a carriage return of the library's own.
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
+void runScriptHost(std::istream& in, std::ostream& out) {
     Session* listener = nullptr;
     HostWindow window([&listener](const MethodEditorError& error) {
         if (listener != nullptr) {
@@ -283,14 +296,20 @@ int runScriptHost() {
     Session session(window);
     listener = &session;
     std::thread script([&] {
-        script::answerLines(session, std::cin, std::cout);
+        script::answerLines(session, in, out);
         session.end();
         window.quit();
     });
-    HostWindow::run();
+    window.run();
     script.join();
     listener = nullptr;
-    return 0;
+}
+
+void runScriptHost() {
+    // Lines as they are, without a carriage return of the library's own.
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    runScriptHost(std::cin, std::cout);
 }
 
 }  // namespace vrn::sample

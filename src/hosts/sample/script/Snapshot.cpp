@@ -19,9 +19,10 @@ Json buttonJson(HWND form, const char* name) { return {{"enabled", ChildWindow(f
 Json gridJson(HWND form) {
     const GridWindow grid(form);
     Json rows = Json::array();
-    const int count = grid.rowCount();
-    for (int row = 1; row < count; ++row) {
-        rows.push_back({{"name", grid.name(row)}, {"value", grid.value(row)}, {"hint", grid.hint(row)}});
+    int row = 0;
+    for (const auto& hint : grid.hints()) {
+        ++row;
+        rows.push_back({{"name", grid.name(row)}, {"value", grid.value(row)}, {"hint", hint}});
     }
     return {{"enabled", grid.enabled()}, {"rows", std::move(rows)}};
 }

@@ -63,9 +63,10 @@ HWND windowNamed(HWND form, const std::string& name) {
 
 ChildWindow::ChildWindow(HWND form, const std::string& name) : window_(windowNamed(form, name)) {}
 
-std::string ChildWindow::text() const {
-    std::wstring text(static_cast<std::size_t>(send(WM_GETTEXTLENGTH)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(send(WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+std::string textOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
+    text.resize(
+        static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
     return text::fromWide(text);
 }
 

@@ -10,6 +10,9 @@
 
 namespace vrn::sample {
 
+/// What a window says of itself.
+[[nodiscard]] std::string textOf(HWND window);
+
 /// One of the control's child windows.
 class ChildWindow {
   public:
@@ -20,7 +23,7 @@ class ChildWindow {
     /// What a click would meet: the window's own flags, whatever the ones around it have.
     [[nodiscard]] bool enabled() const noexcept { return (style() & WS_DISABLED) == 0; }
     [[nodiscard]] bool visible() const noexcept { return (style() & WS_VISIBLE) != 0; }
-    [[nodiscard]] std::string text() const;
+    [[nodiscard]] std::string text() const { return textOf(window_); }
     void takeFocus() const noexcept { SetFocus(window_); }
 
   protected:
