@@ -40,11 +40,13 @@ std::string withoutClosingSeparator(std::string list) {
 
 std::vector<xml::Node> contentChildren(const xml::Node& parent) {
     std::vector<xml::Node> children;
-    for (auto node = parent.firstChild(); node; node = node.nextSibling()) {
+    for (auto node = parent.firstChild(); node;) {
         const auto kind = node.kind();
+        auto next = node.nextSibling();
         if (kind != xml::NodeKind::Comment && kind != xml::NodeKind::ProcessingInstruction) {
-            children.push_back(node);
+            children.push_back(std::move(node));
         }
+        node = std::move(next);
     }
     return children;
 }

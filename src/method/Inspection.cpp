@@ -8,18 +8,25 @@
 
 namespace vrn::method {
 
-std::vector<CycleComparison> compareCycles(const EditorState& state, const xml::Document& method,
-                                           const MethodContent& content) {
+const std::vector<std::string>* Inspector::definitions(const std::string& macro) {
+    if (const auto known = definitions_.find(macro); known != definitions_.end()) {
+        return &known->second;
+    }
+    const auto node = state_->xmlValues->macros(state_->domMacros).find(macro);
+    return node ? &definitions_.emplace(macro, catalogue::definitionTexts(node)).first->second : nullptr;
+}
+
+std::vector<CycleComparison> Inspector::compareCycles(const xml::Document& method, const MethodContent& content) {
     std::vector<CycleComparison> comparisons;
     for (const auto& cycle : content.cycles) {
         CycleComparison comparison;
         comparison.name = cycle.name;
-        const auto macro = state.xmlValues->macros(state.domMacros).find(cycle.name);
-        comparison.inCatalogue = static_cast<bool>(macro);
-        comparison.dateDiffers = comparisons.empty() && standardHandler(state, "SetXmlDocuments ", [&] {
-                                     return CycleIsDifferent(state, method);
+        const auto* const own = definitions(cycle.name);
+        comparison.inCatalogue = own != nullptr;
+        comparison.dateDiffers = comparisons.empty() && standardHandler(*state_, "SetXmlDocuments ", [&] {
+                                     return CycleIsDifferent(*state_, method);
                                  });
-        comparison.definitionsDiffer = macro && catalogue::definitionTexts(macro) != cycle.definitions;
+        comparison.definitionsDiffer = own != nullptr && *own != cycle.definitions;
         comparisons.push_back(std::move(comparison));
     }
     return comparisons;
@@ -84,7 +91,7 @@ Inspection Inspector::inspect(const xml::Document& method) {
     for (const auto& text : inspection.content.steps) {
         inspection.steps.push_back(inspectStep(text));
     }
-    inspection.cycles = compareCycles(*state_, method, inspection.content);
+    inspection.cycles = compareCycles(method, inspection.content);
     return inspection;
 }
 

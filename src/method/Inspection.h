@@ -46,10 +46,6 @@ struct Inspection {
     std::vector<CycleComparison> cycles;
 };
 
-/// The embedded cycles of a method beside those of the editor's catalogue.
-[[nodiscard]] std::vector<CycleComparison> compareCycles(const EditorState& state, const xml::Document& method,
-                                                         const MethodContent& content);
-
 /// Inspects any number of methods against one document set, which `state` has loaded and keeps for the inspector's life.
 class Inspector {
   public:
@@ -63,11 +59,15 @@ class Inspector {
 
   private:
     [[nodiscard]] InspectedStep inspectStep(const std::string& text);
+    [[nodiscard]] std::vector<CycleComparison> compareCycles(const xml::Document& method, const MethodContent& content);
+    /// The parameter definitions of the catalogue's cycle; null when it does not have it.
+    [[nodiscard]] const std::vector<std::string>* definitions(const std::string& macro);
 
     EditorState* state_;
     /// Resolving a cycle's parameters costs more than all else: done once for each syringe.
     std::map<std::pair<int, std::string>, std::vector<catalogue::Parameter>> parameters_;
     std::vector<catalogue::Parameter> none_;
+    std::map<std::string, std::vector<std::string>> definitions_;
 };
 
 }  // namespace vrn::method

@@ -20,6 +20,19 @@ std::string cycleName(std::string_view text) {
     return std::string(text.substr(prefix.size(), text.size() - prefix.size() - 1));
 }
 
+// Calls `look` with each node of the sequence that may be a step, and its text.
+template <typename Look>
+void forEachInSequence(const xml::Document& method, Look look) {
+    if (const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable")) {
+        for (const auto& node : catalogue::contentChildren(sequence)) {
+            look(node, node.text());
+        }
+    }
+}
+
+// An element without text is how an empty sequence is written: no step.
+bool isStep(const std::string& text) { return !text.empty(); }
+
 }  // namespace
 
 std::string descriptionOf(const xml::Document& method) {
@@ -35,15 +48,24 @@ std::string descriptionOf(const xml::Document& method) {
 
 std::vector<std::string> stepTexts(const xml::Document& method) {
     std::vector<std::string> texts;
-    if (const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable")) {
-        for (const auto& step : catalogue::contentChildren(sequence)) {
-            // An element without text is how an empty sequence is written: no step.
-            if (auto text = step.text(); !text.empty()) {
-                texts.push_back(std::move(text));
-            }
+    forEachInSequence(method, [&](const xml::Node& /*node*/, std::string text) {
+        if (isStep(text)) {
+            texts.push_back(std::move(text));
         }
-    }
+    });
     return texts;
+}
+
+std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method) {
+    std::vector<std::optional<std::size_t>> elements;
+    std::size_t next = 0;
+    forEachInSequence(method, [&](const xml::Node& node, const std::string& text) {
+        const auto element = node.kind() == xml::NodeKind::Element ? std::optional(next++) : std::nullopt;
+        if (isStep(text)) {
+            elements.push_back(element);
+        }
+    });
+    return elements;
 }
 
 MethodMacroEntry stepOf(const std::string& text) {

@@ -66,6 +66,13 @@ NewSignature makeSignature(const xml::Document& document, const Sha256& digest, 
     return made;
 }
 
+std::string makeKey(SignatureV4& component) {
+    xml::Document document;
+    document.loadXML(signatureElementTextV4());
+    component.sign(document, signatureConstant, "/GUID");
+    return document.documentElement().xml();  // a component of a host may add a declaration: no part of the key
+}
+
 }  // namespace
 
 void EmbeddedSignatureV4::sign(xml::Document& document, std::string_view key, std::string_view xpath) {
@@ -102,10 +109,12 @@ bool EmbeddedSignatureV4::verify(const xml::Document& document, std::string_view
 std::string signatureElementTextV4() { return "<GUID>" + std::string(signatureConstant) + "</GUID>"; }
 
 std::string signatureKeyV4(SignatureV4& component) {
-    xml::Document document;
-    document.loadXML(signatureElementTextV4());
-    component.sign(document, signatureConstant, "/GUID");
-    return document.documentElement().xml();  // a component of a host may add a declaration: no part of the key
+    if (dynamic_cast<EmbeddedSignatureV4*>(&component) == nullptr) {
+        return makeKey(component);
+    }
+    // What a host's component answers is its own affair each time; the embedded one always answers the same.
+    static const std::string key = makeKey(component);
+    return key;
 }
 
 }  // namespace vrn::services

@@ -113,6 +113,35 @@ class ProfileReader final : public xml::NodeVisitor {
     std::string keyName_;
 };
 
+/// Looks at the element that it is led to, and not at what stands in it.
+class ElementLook final : public xml::NodeVisitor {
+  public:
+    bool startElement(const xml::ElementView& element) override {
+        isSignature_ = services::isSignature(element);
+        return false;
+    }
+    void endElement(const xml::ElementView& /*element*/) override {}
+    void text(std::string_view /*content*/) override {}
+    void cdata(std::string_view /*content*/) override {}
+    void comment(std::string_view /*content*/) override {}
+    void processingInstruction(std::string_view /*target*/, std::string_view /*data*/) override {}
+
+    [[nodiscard]] bool isSignature() const { return isSignature_; }
+
+  private:
+    bool isSignature_ = false;
+};
+
+bool isSignature(const xml::Node& element) {
+    // Names are at hand; a visit reads all attributes, too.
+    if (!element.name().ends_with(profile.front().name)) {
+        return false;
+    }
+    ElementLook look;
+    element.accept(look);
+    return look.isSignature();
+}
+
 }  // namespace
 
 bool isSignature(const xml::ElementView& element) {
@@ -120,8 +149,13 @@ bool isSignature(const xml::ElementView& element) {
 }
 
 std::vector<xml::Node> signatureChildren(const xml::Node& element) {
-    return element.selectNodes("*[local-name()='Signature' and namespace-uri()='" + std::string(signatureNamespace) +
-                               "']");
+    std::vector<xml::Node> signatures;
+    for (auto child = element.firstChild(); child; child = child.nextSibling()) {
+        if (child.kind() == xml::NodeKind::Element && isSignature(child)) {
+            signatures.push_back(child);
+        }
+    }
+    return signatures;
 }
 
 NewSignature createSignature(const xml::Document& document, const Sha256& digest) {
@@ -158,7 +192,12 @@ std::optional<ClaimedSignature> readSignature(const xml::Node& signature) {
     if (!digest || !value) {
         return std::nullopt;
     }
-    return ClaimedSignature{signature.selectSingleNode("*[local-name()='SignedInfo']"), *digest, *value};
+    // What matches the profile has one element of this name, and it comes first.
+    auto signedInfo = signature.firstChild();
+    while (signedInfo.kind() != xml::NodeKind::Element) {
+        signedInfo = signedInfo.nextSibling();
+    }
+    return ClaimedSignature{signedInfo, *digest, *value};
 }
 
 }  // namespace vrn::services

@@ -78,9 +78,15 @@ Family familyOf(std::string_view encoding) {
     return wide ? Family::Wide : Family::Other;
 }
 
+constexpr bool isAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
+
 std::string decodeUtf8(std::string_view bytes, std::size_t start) {
     std::string_view rest = bytes.substr(start);
     while (!rest.empty()) {
+        if (isAscii(rest.front())) {  // nearly all there is, and then a comparison is all it takes
+            rest.remove_prefix(1);
+            continue;
+        }
         const std::size_t offset = bytes.size() - rest.size();
         if (text::takeCodePoint(rest) == text::invalidCodePoint) {
             failAt(offset, "UTF-8", "a byte");
@@ -102,6 +108,20 @@ std::string decodeUtf16(std::string_view bytes, std::size_t start, bool bigEndia
     out.reserve(bytes.size() / 2);
     std::size_t at = start;
     for (; at + 1 < bytes.size(); at += 2) {
+        // Whole runs of ASCII at once: most methods are nothing else.
+        std::size_t run = 0;
+        while (at + 2 * run + 1 < bytes.size() && unitAt(at + 2 * run) < 0x80) {
+            ++run;
+        }
+        if (run > 0) {
+            const std::size_t written = out.size();
+            out.resize(written + run);
+            for (std::size_t i = 0; i < run; ++i) {
+                out[written + i] = static_cast<char>(unitAt(at + 2 * i));
+            }
+            at += 2 * (run - 1);
+            continue;
+        }
         char32_t c = unitAt(at);
         if (isHighSurrogate(c) && at + 3 < bytes.size() && isLowSurrogate(unitAt(at + 2))) {
             c = 0x10000 + ((c - 0xD800) << 10U) + (unitAt(at + 2) - 0xDC00);

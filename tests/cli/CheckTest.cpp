@@ -68,17 +68,45 @@ TEST_F(CheckTest, SignatureVersionAndCycles) {
     EXPECT_THAT(codes("m.xml"), ElementsAre("cycle-outdated"));
 }
 
+TEST_F(CheckTest, FindingsTellLineAndColumn) {
+    const std::string method =
+        "<Method a='>' b=\"/>\">\r\n"
+        "<!-- <Macros><MacroVariable><MacroValues/> --><?pi <VERSION> ?>\r"
+        " <Syringe><SyringeSize>7uL</SyringeSize></Syringe>\n"
+        "<Macros><MacroVariable>\n"
+        "<MacroValues/><MacroValues>NOTE(x)</MacroValues>\n"
+        "<Note>\U0001F600<![CDATA[</Note><Note>]]></Note><MacroValues>GONE(1)</MacroValues>\n"
+        "</MacroVariable><MacroVariable><MacroValues>GONE(2)</MacroValues></MacroVariable>\n"
+        "<MacroData><Other/><MacroName>[MACRO WASH]</MacroName></MacroData></Macros></Method>";
+    const auto positions = [this](const std::string& bytes) {
+        write("m.xml", bytes);
+        run("check @set --json @m.xml");
+        std::vector<std::string> found;
+        const auto json = Json::parse(out);
+        for (const auto& finding : json.at("findings")) {
+            found.push_back(finding.at("line").dump() + ":" + finding.at("column").dump() + " " +
+                            finding.at("code").get<std::string>());
+        }
+        return found;
+    };
+    EXPECT_THAT(positions("<?xml version='1.0'?>\n" + method),
+                ElementsAre("2:1 signature-missing", "2:1 version-old", "4:11 syringe-unknown", "7:1 step-malformed",
+                            "7:41 cycle-unknown", "9:20 cycle-outdated"));
+    EXPECT_THAT(positions(xml::encodeXmlFile("<?xml version='1.0' encoding='UTF-16'?>" + method)),
+                ElementsAre("1:40 signature-missing", "1:40 version-old", "3:11 syringe-unknown", "6:1 step-malformed",
+                            "6:41 cycle-unknown", "8:20 cycle-outdated"));
+}
+
 TEST_F(CheckTest, WhatFails) {
     write("set/macros.xml", text::replacedAll(read("set/macros.xml"), "2020", "2021"));
     writeMethod("m.xml", {"WASH(5,W1,0)"});
     writeSet("2022");
     EXPECT_EQ(run("check @set @m.xml"), 1);
-    EXPECT_EQ(
-        out,
-        "m.xml\n"
-        "  warning  cycle WASH: the embedded cycle is not the catalogue's: its date is another  [cycle-outdated]\n"
-        "           fix: embed the catalogue's with: vrnmethod update\n"
-        "1 method checked: 1 warning in 1 method\n");
+    EXPECT_EQ(out,
+              "m.xml:1:350: warning: cycle WASH: the embedded cycle is not the catalogue's: its date is another  "
+              "[cycle-outdated]\n"
+              "    fix: embed the catalogue's with: vrnmethod update\n"
+              "1 method checked: 1 warning in 1 method\n");
     EXPECT_EQ(run("check @set --fail-on error @m.xml"), 0);
     EXPECT_EQ(run("check @set --fail-on blunder @m.xml"), 2);
     EXPECT_EQ(run("check @set @m.xml @gone.xml"), 2) << "a fault counts more than a finding";
@@ -96,6 +124,8 @@ TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     EXPECT_EQ(results[1].at("level"), "error");
     EXPECT_EQ(results[1].at("locations").at(0).at("logicalLocations").at(0).at("fullyQualifiedName"),
               "step 1 COUNT, Number");
+    EXPECT_EQ(results[1].at("locations").at(0).at("physicalLocation").at("region"),
+              Json({{"startLine", 1}, {"startColumn", text("m.xml").find("<MacroValues>") + 1}}));
     EXPECT_EQ(results[2].at("ruleId"), "file-fault");
     std::vector<std::string> rules;
     for (const auto& rule : sarif.at("runs").at(0).at("tool").at("driver").at("rules")) {

@@ -111,6 +111,14 @@ TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
                 StartsWith("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?><Method "));
     EXPECT_THAT(read("m.xml"), HasSubstr("NOTE(\xE9)"));
     EXPECT_THAT(sign("<?xml version=\"1.0\" encoding=\"UTF-16\"?>"), StartsWith(std::string("\xFF\xFE<\0?\0", 6)));
+    auto bigEndian = xml::encodeXmlFile("<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + unsignedBody);
+    for (std::size_t i = 0; i < bigEndian.size(); i += 2) {
+        std::swap(bigEndian[i], bigEndian[i + 1]);
+    }
+    write("m.xml", bigEndian);
+    EXPECT_EQ(run("sign --force @m.xml"), 0);
+    EXPECT_THAT(read("m.xml"), StartsWith(std::string("\xFE\xFF\0<\0?", 6)));
+    EXPECT_EQ(run("verify @m.xml"), 0) << out << err;
     EXPECT_THAT(sign(""), StartsWith("<Method "));
     write("m.xml", "\xEF\xBB\xBF" + unsignedBody);
     EXPECT_EQ(run("sign --force @m.xml"), 0);

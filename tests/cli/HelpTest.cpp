@@ -39,7 +39,15 @@ TEST_F(HelpTest, EveryCommandExplainsItselfByExample) {
             EXPECT_FALSE(option.description.empty()) << command.name << " " << option.names.front();
         }
     }
+    EXPECT_EQ(run("help verify"), 0);
+    EXPECT_THAT(out, HasSubstr("vrnmethod verify [OPTIONS]"));
     EXPECT_EQ(run("fly"), 2);
+    EXPECT_EQ(err, "vrnmethod: there is no command 'fly'\nTo read more: vrnmethod --help\n");
+    EXPECT_EQ(run("chekc @set @m.xml"), 2);
+    EXPECT_THAT(err, HasSubstr("there is no command 'chekc'; did you mean 'check'?\n"));
+    EXPECT_EQ(run("verify --jbos 2 @m.xml"), 2);
+    EXPECT_EQ(
+        err, "vrnmethod: there is no option '--jbos'; did you mean '--jobs'?\nTo read more: vrnmethod verify --help\n");
     EXPECT_EQ(run("check"), 2);
     EXPECT_EQ(err, "vrnmethod: METHOD is required\nTo read more: vrnmethod check --help\n");
     EXPECT_EQ(run("--version"), 0);

@@ -29,16 +29,19 @@ TEST(Output, NoTextMovesTheCursor) {
     EXPECT_EQ(displayName("m\xE9thode\n.xml"), "m\\xE9thode\\x0A.xml");
     EXPECT_EQ(displayName("méthode.xml"), "méthode.xml");
     EXPECT_EQ(uriOf("a b/é%.xml"), "a%20b/%C3%A9%25.xml");
+    EXPECT_EQ(uriOf("/a b/c.xml"), "file:///a%20b/c.xml");
 }
 
 TEST(Jobs, ResultsComeInOrderWhoeverIsFirst) {
     std::vector<std::size_t> taken;
+    std::atomic<unsigned> left = 0;
     forEachInOrder<std::size_t>(
         50, 4,
         [](unsigned, std::size_t index) {
             std::this_thread::sleep_for(std::chrono::microseconds((50 - index) % 7 * 300));
             return index * 2;
         },
+        [&](unsigned worker) { left += 1U << worker; },
         [&](std::size_t index, std::size_t result) {
             EXPECT_EQ(result, index * 2);
             taken.push_back(index);
@@ -46,6 +49,7 @@ TEST(Jobs, ResultsComeInOrderWhoeverIsFirst) {
         [] { return false; });
     ASSERT_EQ(taken.size(), 50U);
     EXPECT_TRUE(std::is_sorted(taken.begin(), taken.end()));
+    EXPECT_EQ(left, 15U) << "each thread leaves once";
 }
 
 TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
@@ -53,7 +57,7 @@ TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
         std::atomic<std::size_t> begun = 0;
         std::size_t taken = 0;
         forEachInOrder<int>(
-            100, jobs, [&](unsigned, std::size_t) { return static_cast<int>(++begun); },
+            100, jobs, [&](unsigned, std::size_t) { return static_cast<int>(++begun); }, [](unsigned) {},
             [&](std::size_t, int) { ++taken; }, [&] { return begun >= 10; });
         EXPECT_EQ(taken, begun);
         EXPECT_LT(taken, 100U);
@@ -84,12 +88,14 @@ TEST(EditScript, EveryEdit) {
     using Verb = EditCommand::Verb;
     EXPECT_EQ(commands[0].verb, Verb::Insert);
     EXPECT_EQ(commands[0].line, 2U);
-    EXPECT_EQ(commands[0].step, 1U);
+    EXPECT_EQ(commands[0].step, 2U);
+    EXPECT_TRUE(commands[0].isBefore);
     ASSERT_EQ(commands[0].values.size(), 2U);
     EXPECT_EQ(commands[0].values[1].parameter, "Hold Time");
     EXPECT_EQ(commands[0].values[1].value, "");
     EXPECT_EQ(commands[1].text, "before");
     EXPECT_EQ(commands[1].step, 1U);
+    EXPECT_FALSE(commands[1].isBefore);
     EXPECT_EQ(commands[2].step, EditCommand::atEnd);
     EXPECT_EQ(commands[2].values[0].parameter, "before");
     EXPECT_EQ(commands[3].values[0].parameter, "Te\"xt");

@@ -8,6 +8,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 class WriteTest : public ToolFixture {
   protected:
@@ -161,6 +162,7 @@ TEST_F(WriteTest, EditIsAllOrNothing) {
     expectFault("set 2 Volume=1", ": there is no step 2; the method has 1");
     expectFault("insert GONE", ": the catalogue has no macro 'GONE'");
     expectFault("insert COUNT after 3", ": there is no step 3; the method has 1");
+    expectFault("insert COUNT before 2", ": there is no step 2; the method has 1");
     expectFault("syringe 7uL", ": there is no syringe '7uL'; there are: 10uL, 100uL");
     expectFault("twist", ":1: 'twist' is no edit; there are insert, replace, delete, set, syringe and description");
     EXPECT_EQ(edit("delete 1\ndelete 1"), 2);
@@ -192,6 +194,14 @@ TEST_F(WriteTest, NoAuditTrailOfAnEditThatWasNotWritten) {
     EXPECT_FALSE(fs::exists(path("audit.xml")));
     EXPECT_EQ(edit("set 1 Number=4", "--audit @methods"), 2);
     EXPECT_EQ(err, "vrnmethod: methods: is a folder\n");
+}
+
+TEST_F(WriteTest, TheAuditTrailMayGoToTheOutput) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    EXPECT_EQ(edit("set 1 Number=4", "--audit -"), 0);
+    EXPECT_THAT(out, StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?><MethodAuditTrail"));
+    EXPECT_EQ(err, "m.xml: edited: 1 edit\n") << "the report makes way";
+    EXPECT_FALSE(fs::exists(path("-")));
 }
 
 }  // namespace

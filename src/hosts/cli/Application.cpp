@@ -5,21 +5,57 @@
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
+#include "hosts/cli/Suggestion.h"
 
 namespace vrn::cli {
 
 namespace {
 
+// Commands or long options, whichever the word is to be.
+std::vector<std::string> known(const CLI::App& app, bool options) {
+    std::vector<std::string> names;
+    for (const auto* const option : app.get_options([options](const CLI::Option*) { return options; })) {
+        for (const auto& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    for (const auto* const command : app.get_subcommands([options](const CLI::App*) { return !options; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+// What nobody knows what to do with, in place of the library's words that name no cause.
+std::string unknownWord(const CLI::App& app) {
+    const auto rest = app.remaining();
+    if (rest.empty()) {
+        return "a command is expected";
+    }
+    const bool isOption = rest.front().starts_with('-');
+    const auto meant = nearest(rest.front(), known(app, isOption));
+    return (isOption ? "there is no option '" : "there is no command '") + rest.front() + "'" +
+           (meant.empty() ? "" : "; did you mean '" + meant + "'?");
+}
+
 std::string callAtFault(const CLI::App* tool, const CLI::Error& error) {
     const auto commands = tool->get_subcommands();
     const auto command = commands.empty() ? std::string() : commands.front()->get_name() + " ";
-    return "vrnmethod: " + std::string(error.what()) + "\nTo read more: vrnmethod " + command + "--help\n";
+    const CLI::App& spoken = commands.empty() ? *tool : *commands.front();
+    const auto rest = spoken.remaining();
+    const bool unknownOption = !rest.empty() && rest.front().starts_with('-');
+    const auto what = commands.empty() || unknownOption ? unknownWord(spoken) : std::string(error.what());
+    return "vrnmethod: " + what + "\nTo read more: vrnmethod " + command + "--help\n";
 }
 
 ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>& arguments) {
     try {
         // The library wants what stands behind the name, last argument first.
-        tool.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend() - 1));
+        std::vector<std::string> words(arguments.rbegin(), arguments.rend() - 1);
+        if (!words.empty() && words.back() == "help") {
+            words.pop_back();
+            words.insert(words.begin(), "--help");
+        }
+        tool.parse(std::move(words));
         return session.status;
     } catch (const CLI::ParseError& error) {
         return tool.exit(error, session.console.out, session.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
@@ -39,6 +75,8 @@ void describeTool(CLI::App& tool, Session& session) {
         "Help for a command: vrnmethod COMMAND --help");
     tool.set_version_flag("--version", "vrnmethod " + errors::versionText());
     tool.require_subcommand(1);
+    // What begins with "/" is a path on every system.
+    tool.allow_windows_style_options(false);
     tool.failure_message(callAtFault);
     tool.get_formatter()->label("SUBCOMMAND", "COMMAND");
     tool.get_formatter()->label("Positionals", "Arguments");

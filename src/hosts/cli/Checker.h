@@ -16,6 +16,8 @@ class Checker {
         std::vector<Finding> findings;
     };
     [[nodiscard]] Result check(const xml::Document& method);
+    /// The same with the findings' positions in the file.
+    [[nodiscard]] Result check(const XmlFile& method);
     [[nodiscard]] Engine& engine() noexcept { return engine_; }
     [[nodiscard]] method::Inspector& inspector() noexcept { return inspector_; }
 

@@ -135,6 +135,12 @@ std::string bashCompletion(const ToolHelp& tool) {
         "_%TOOL%() {\n"
         "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command= words= word\n"
         "    COMPREPLY=()\n"
+        "    # --option=value comes as three words.\n"
+        "    if [[ $current == '=' ]]; then\n"
+        "        current=\n"
+        "    elif [[ $previous == '=' ]]; then\n"
+        "        previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
+        "    fi\n"
         "    for word in \"${COMP_WORDS[@]:1:COMP_CWORD-1}\"; do\n"
         "        case $word in " +
             text::join(commands, "|") +

@@ -162,8 +162,8 @@ class LineParser {
                               (tokens_[next_].text == "before" || tokens_[next_].text == "after") &&
                               (next_ + 1 == tokens_.size() || !tokens_[next_ + 1].isEquals);
         if (hasPlace) {
-            const bool isBefore = tokens_[next_++].text == "before";
-            command_.step = takeStep() - (isBefore ? 1 : 0);
+            command_.isBefore = tokens_[next_++].text == "before";
+            command_.step = takeStep();
         }
         parseValues();
     }

@@ -15,10 +15,10 @@ struct Assignment {
 struct EditCommand {
     enum class Verb { Description, Syringe, Insert, Replace, Delete, Set };
     Verb verb = Verb::Description;
-    std::size_t line = 0;  ///< in the script, from 1
-    /// Of the step that is meant, from 1; of `Insert` how many steps stand before the new one, or `atEnd`.
-    std::size_t step = 0;
-    std::string text;  ///< the macro, the syringe, or the description with CR LF between its lines
+    std::size_t line = 0;   ///< in the script, from 1
+    std::size_t step = 0;   ///< the one that is meant, from 1; of `Insert` the one beside the new one, or `atEnd`
+    bool isBefore = false;  ///< whether `Insert` puts the new step before that one, and not behind it
+    std::string text;       ///< the macro, the syringe, or the description with CR LF between its lines
     std::vector<Assignment> values;
 
     static constexpr std::size_t atEnd = static_cast<std::size_t>(-1);

@@ -146,10 +146,7 @@ void Embedder::tellReport(const XmlFile& file, Outcome& outcome, const Report& r
     for (const auto& change : report.changes) {
         lines += changeLine(change);
     }
-    // The file's name stands above already.
-    const auto found = findingText(file.path, report.findings, Style(console_->outHasColour));
-    lines += found.empty() ? "" : found.substr(found.find('\n') + 1);
-    tell(file, outcome, lines);
+    tell(file, outcome, lines + findingList(report.findings, Style(console_->outHasColour)));
 }
 
 ExitStatus embedMethods(const Console& console, const EmbedArguments& arguments, EmbedPurpose purpose) {

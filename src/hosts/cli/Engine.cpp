@@ -1,5 +1,6 @@
 #include "hosts/cli/Engine.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "hosts/cli/ExitStatus.h"
@@ -38,19 +39,23 @@ std::string pathOf(const std::string& own, const std::string& folder, const char
 
 }  // namespace
 
-SetTexts readSet(const SetArguments& arguments, const Console& console) {
-    const auto macros = pathOf(arguments.macros, arguments.folder, "macros.xml");
-    const auto objects = pathOf(arguments.objects, arguments.folder, "objects.xml");
-    const auto config = pathOf(arguments.config, arguments.folder, "config.xml");
-    if (macros.empty() || objects.empty() || config.empty()) {
+std::vector<std::string> setFiles(const SetArguments& arguments) {
+    std::vector<std::string> files{pathOf(arguments.macros, arguments.folder, "macros.xml"),
+                                   pathOf(arguments.objects, arguments.folder, "objects.xml"),
+                                   pathOf(arguments.config, arguments.folder, "config.xml")};
+    if (std::any_of(files.begin(), files.end(), [](const std::string& file) { return file.empty(); })) {
         throw Fault("name the document set: --set FOLDER, or --macros, --objects and --config");
     }
+    return files;
+}
+
+SetTexts readSet(const SetArguments& arguments, const Console& console) {
     SetTexts set;
-    set.macros = readXmlFile(macros, console, "Macros").text;
-    set.objects = readXmlFile(objects, console, "LATESTKEX").text;
-    set.configuration = readXmlFile(config, console, "Config").text;
+    set.files = setFiles(arguments);
+    set.macros = readXmlFile(set.files[0], console, "Macros").text;
+    set.objects = readXmlFile(set.files[1], console, "LATESTKEX").text;
+    set.configuration = readXmlFile(set.files[2], console, "Config").text;
     set.decimalSeparator = arguments.decimalSeparator;
-    set.files = {macros, objects, config};
     return set;
 }
 

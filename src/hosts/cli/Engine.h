@@ -30,8 +30,11 @@ struct SetTexts {
     std::string objects;
     std::string configuration;
     std::string decimalSeparator;
-    std::vector<std::string> files;  ///< the three paths
+    std::vector<std::string> files;  ///< `setFiles`
 };
+
+/// The paths of macros, object list and configuration. Throws `Fault` when the call does not name all of them.
+[[nodiscard]] std::vector<std::string> setFiles(const SetArguments& arguments);
 
 /// Reads the three documents. Throws `Fault` when the call does not name all of them or one of them is not what it should be.
 [[nodiscard]] SetTexts readSet(const SetArguments& arguments, const Console& console);

@@ -1,12 +1,13 @@
 #include "hosts/cli/Files.h"
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <istream>
 #include <system_error>
+#include <utility>
 
 #include "errors/Error.h"
 #include "hosts/cli/ExitStatus.h"
@@ -26,19 +27,29 @@ constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
     throw Fault(displayName(path) + ": " + what);
 }
 
-std::string readStream(std::istream& in, const std::string& path) {
+[[noreturn]] void failTooLarge(const std::string& path) {
+    fail(path, "is larger than " + std::to_string(largestFile >> 20U) + " MB: that is no document of an instrument");
+}
+
+// `expected` is as large as the content will be, if that is known.
+std::string readStream(std::istream& in, const std::string& path, std::size_t expected) {
+    constexpr std::size_t block = 65536;
     std::string bytes;
-    std::array<char, 65536> block{};
-    while (in.read(block.data(), block.size()) || in.gcount() > 0) {
-        bytes.append(block.data(), static_cast<std::size_t>(in.gcount()));
-        if (bytes.size() > largestFile) {
-            fail(path,
-                 "is larger than " + std::to_string(largestFile >> 20U) + " MB: that is no document of an instrument");
+    std::size_t size = 0;
+    std::size_t more = expected + 1;  // the one byte shows the end without another round
+    do {
+        bytes.resize(size + more);
+        in.read(bytes.data() + size, static_cast<std::streamsize>(more));
+        size += static_cast<std::size_t>(in.gcount());
+        more = block;
+        if (size > largestFile) {
+            failTooLarge(path);
         }
-    }
+    } while (in);
     if (in.bad()) {
         fail(path, "cannot be read");
     }
+    bytes.resize(size);
     return bytes;
 }
 
@@ -75,23 +86,23 @@ std::string declarationOf(const XmlFile& file) {
 
 std::string readFile(const std::string& path, const Console& console) {
     if (path == standardInput) {
-        return readStream(console.in, path);
+        return readStream(console.in, path, 0);
     }
+    const std::filesystem::path name(path);
     std::error_code error;
-    if (std::filesystem::is_directory(path, error)) {
+    const auto size = std::filesystem::file_size(name, error);
+    if (error == std::errc::is_a_directory) {
         fail(path, "is a folder");
     }
-    const auto size = std::filesystem::file_size(path, error);
     if (!error && size > largestFile) {
-        fail(path,
-             "is larger than " + std::to_string(largestFile >> 20U) + " MB: that is no document of an instrument");
+        failTooLarge(path);
     }
     errno = 0;
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::ifstream file(name, std::ios::binary);
     if (!file.is_open()) {
         fail(path, "cannot be opened: " + std::generic_category().message(errno));
     }
-    return readStream(file, path);
+    return readStream(file, path, error ? 0 : size);
 }
 
 XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root) {
@@ -100,6 +111,7 @@ XmlFile readXmlFile(const std::string& path, const Console& console, std::string
     file.path = path;
     file.hasUtf8Mark = bytes.starts_with(utf8Mark);
     file.isUtf16 = looksLikeUtf16(bytes);
+    file.isBigEndian = file.isUtf16 && (bytes.starts_with("\xFE\xFF") || bytes.starts_with('\0'));
     file.text = decoded(path, bytes);
     if (file.text.empty()) {
         fail(path, "is empty");
@@ -119,6 +131,11 @@ std::string bytesFor(const XmlFile& file, const xml::Document& document) {
     const auto text = document.xml();
     try {
         auto bytes = xml::encodeXmlFile(declarationOf(file) + std::string(withoutDeclaration(text)));
+        if (file.isBigEndian && bytes.starts_with("\xFF\xFE")) {
+            for (std::size_t i = 1; i < bytes.size(); i += 2) {
+                std::swap(bytes[i - 1], bytes[i]);
+            }
+        }
         return file.hasUtf8Mark ? std::string(utf8Mark) + bytes : bytes;
     } catch (const errors::Error& error) {
         fail(file.path, error.description());

@@ -22,14 +22,15 @@ struct XmlFile {
     xml::Document document;
     bool hasUtf8Mark = false;
     bool isUtf16 = false;  ///< told by its bytes, whatever it declares
+    bool isBigEndian = false;
 };
 
 /// Reads and parses a file. Throws `Fault` with line and position for one that is not well-formed, or whose root element is not
 /// this one.
 [[nodiscard]] XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root);
 
-/// The bytes of a document that goes back to a file: with the file's own XML declaration, in the encoding that this names. Throws
-/// `Fault`.
+/// The bytes of a document that goes back to a file: with the file's own XML declaration, in the encoding that this names, and the
+/// file's byte order. Throws `Fault`.
 [[nodiscard]] std::string bytesFor(const XmlFile& file, const xml::Document& document);
 
 }  // namespace vrn::cli

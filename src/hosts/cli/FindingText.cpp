@@ -22,8 +22,24 @@ std::string coloured(Severity severity, const Style& style) {
     return style.cyan(name);
 }
 
-Json sarifLocation(const std::string& path) {
-    return {{"physicalLocation", {{"artifactLocation", {{"uri", uriOf(path)}}}}}};
+// What is wrong, on the rest of a line.
+std::string messageText(const Finding& finding, const Style& style) {
+    const auto place = placeOf(finding);
+    return (place.empty() ? "" : printable(place) + ": ") + printable(finding.message) + "  " +
+           style.dim("[" + std::string(finding.kind->code) + "]") + "\n";
+}
+
+// What mends it, on a line of its own if anything does.
+std::string fixText(const Finding& finding, std::size_t indent, const Style& style) {
+    return finding.fix.empty() ? "" : std::string(indent, ' ') + style.dim("fix: " + printable(finding.fix)) + "\n";
+}
+
+Json sarifLocation(const std::string& path, Position position = {}) {
+    Json physical = {{"artifactLocation", {{"uri", uriOf(path)}}}};
+    if (position.line > 0) {
+        physical["region"] = {{"startLine", position.line}, {"startColumn", position.column}};
+    }
+    return {{"physicalLocation", std::move(physical)}};
 }
 
 Json sarifRules() {
@@ -44,24 +60,33 @@ std::string dumped(const Json& value) { return value.dump(-1, ' ', false, Json::
 }  // namespace
 
 std::string findingText(const std::string& file, const std::vector<Finding>& findings, const Style& style) {
-    if (findings.empty()) {
-        return {};
-    }
-    std::string out = style.bold(displayName(file)) + "\n";
+    std::string out;
     for (const auto& finding : findings) {
-        const auto place = placeOf(finding);
-        out += "  " + padded(coloured(finding.kind->severity, style), 9) +
-               (place.empty() ? "" : printable(place) + ": ") + printable(finding.message) + "  " +
-               style.dim("[" + std::string(finding.kind->code) + "]") + "\n";
-        if (!finding.fix.empty()) {
-            out += std::string(11, ' ') + style.dim("fix: " + printable(finding.fix)) + "\n";
-        }
+        const auto& position = finding.position;
+        const auto place = position.line == 0
+                               ? std::string()
+                               : ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
+        out += style.bold(displayName(file) + place + ":") + " " + coloured(finding.kind->severity, style) + ": " +
+               messageText(finding, style) + fixText(finding, 4, style);
+    }
+    return out;
+}
+
+std::string findingList(const std::vector<Finding>& findings, const Style& style) {
+    std::string out;
+    for (const auto& finding : findings) {
+        out += "  " + padded(coloured(finding.kind->severity, style), 9) + messageText(finding, style) +
+               fixText(finding, 11, style);
     }
     return out;
 }
 
 Json findingJson(const Finding& finding) {
     Json json = {{"code", finding.kind->code}, {"severity", severityName(finding.kind->severity)}};
+    if (finding.position.line > 0) {
+        json["line"] = finding.position.line;
+        json["column"] = finding.position.column;
+    }
     if (finding.step > 0) {
         json["step"] = finding.step;
     }
@@ -88,7 +113,7 @@ Json findingsJson(const std::vector<Finding>& findings) {
 
 std::string sarifResult(const std::string& path, const Finding& finding) {
     const auto place = placeOf(finding);
-    auto location = sarifLocation(path);
+    auto location = sarifLocation(path, finding.position);
     if (!place.empty()) {
         location["logicalLocations"] = Json::array({{{"fullyQualifiedName", place}}});
     }
@@ -109,7 +134,7 @@ std::string sarifFault(const std::string& path, const std::string& what) {
 
 std::string sarifDocument(const std::string& results) {
     const Json driver = {{"name", "vrnmethod"}, {"version", errors::versionText()}, {"rules", sarifRules()}};
-    return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":{"driver":)" +
+    return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"columnKind":"utf16CodeUnits","tool":{"driver":)" +
            dumped(driver) + R"(},"results":[)" + results + "]}]}\n";
 }
 

@@ -10,9 +10,11 @@
 
 namespace vrn::cli {
 
-/// The file's name and below it the findings, aligned; empty without findings.
+/// The findings of a file with its name and their positions in it, as compilers write them: editors find their way from there.
 [[nodiscard]] std::string findingText(const std::string& file, const std::vector<Finding>& findings,
                                       const Style& style);
+/// Findings of what is in no file yet, to stand aligned below a line about it.
+[[nodiscard]] std::string findingList(const std::vector<Finding>& findings, const Style& style);
 
 /// One finding as an object: code, severity and message always, the rest where there is any.
 [[nodiscard]] Json findingJson(const Finding& finding);

@@ -19,12 +19,45 @@ constexpr std::array<std::string_view, 3> setNames{"macros.xml", "objects.xml", 
 
 bool isSetName(std::string_view name) { return std::find(setNames.begin(), setNames.end(), name) != setNames.end(); }
 
-bool isXmlFile(const fs::directory_entry& entry) {
-    std::error_code error;
-    auto extension = entry.path().extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
-    return extension == ".xml" && entry.is_regular_file(error);
+// A file or folder in a folder. The name is kept apart: taking it out of a path costs more than all else here.
+struct Entry {
+    std::string name;
+    fs::directory_entry entry;
+
+    [[nodiscard]] bool isXmlFile() const {
+        constexpr std::string_view wanted = ".xml";
+        const auto extension = name.size() < wanted.size() ? std::string_view()
+                                                           : std::string_view(name).substr(name.size() - wanted.size());
+        std::error_code error;
+        return std::equal(extension.begin(), extension.end(), wanted.begin(), wanted.end(),
+                          [](char a, char b) {
+                              return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + ('a' - 'A')) : a) == b;
+                          }) &&
+               entry.is_regular_file(error);
+    }
+    // A link to a folder is not followed: it may lead back up.
+    [[nodiscard]] bool isFolder() const {
+        std::error_code error;
+        return entry.is_directory(error) && !entry.is_symlink(error);
+    }
+};
+
+// What is not hidden in a folder, in order of the names.
+std::vector<Entry> entriesOf(const fs::path& folder, std::error_code& error) {
+    std::vector<Entry> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (auto name = entry->path().filename().string(); !name.starts_with('.')) {
+            entries.push_back({std::move(name), *entry});
+        }
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    return entries;
+}
+
+bool holdsSet(const std::vector<Entry>& entries) {
+    return std::all_of(setNames.begin(), setNames.end(), [&](std::string_view name) {
+        return std::any_of(entries.begin(), entries.end(), [name](const Entry& entry) { return entry.name == name; });
+    });
 }
 
 class Collector {
@@ -68,36 +101,22 @@ class Collector {
     // Whether it holds XML files at all, wanted or not.
     bool addFolder(const fs::path& folder) {
         std::error_code error;
-        const fs::path home = identity(folder.string());
-        std::vector<fs::directory_entry> entries;
-        for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-            if (!entry->path().filename().string().starts_with('.')) {
-                entries.push_back(*entry);
-            }
-        }
+        const auto entries = entriesOf(folder, error);
         if (error) {
             files_.push_back({folder.string(), displayName(folder.string()) + ": " + error.message()});
         }
-        std::sort(entries.begin(), entries.end(),
-                  [](const auto& a, const auto& b) { return a.path().native() < b.path().native(); });
-        const bool holdsSet = std::all_of(setNames.begin(), setNames.end(), [&](std::string_view name) {
-            return std::any_of(entries.begin(), entries.end(),
-                               [name](const auto& entry) { return entry.path().filename() == name; });
-        });
+        // Asking the system for each file's own name would take as long as reading it.
+        const auto home = (fs::path(identity(folder.string())) / "").string();
+        const bool passOverSet = holdsSet(entries);
         bool found = false;
-        for (const auto& entry : entries) {
-            // A link to a folder is not followed: it may lead back up.
-            if (entry.is_directory(error) && !entry.is_symlink(error)) {
-                found = addFolder(entry.path()) || found;
-            } else if (isXmlFile(entry)) {
+        for (const auto& each : entries) {
+            const auto path = each.entry.path().string();
+            if (each.isFolder()) {
+                found = addFolder(each.entry.path()) || found;
+            } else if (each.isXmlFile()) {
                 found = true;
-                const auto path = entry.path().string();
-                if (holdsSet && isSetName(entry.path().filename().string())) {
-                    continue;
-                }
-                // Asking the system for each file's own name would take as long as reading it.
-                const auto file = entry.is_symlink(error) ? identity(path) : (home / entry.path().filename()).string();
-                if (!setFiles_.contains(file)) {
+                const auto file = each.entry.is_symlink(error) ? identity(path) : home + each.name;
+                if (!(passOverSet && isSetName(each.name)) && !setFiles_.contains(file)) {
                     addFile(path, file);
                 }
             }

@@ -84,6 +84,8 @@ ExitStatus runOverMethods(const MethodRun& run) {
     forEachInOrder<Outcome>(
         files.size(), jobs,
         [&](unsigned worker, std::size_t index) { return outcomeOf(run, workers[worker], files[index]); },
+        // Taking an editor down takes its time: each thread its own.
+        [&](unsigned worker) { workers[worker] = nullptr; },
         [&](std::size_t /*index*/, Outcome outcome) {
             status = worse(status, outcome.status);
             ++done;

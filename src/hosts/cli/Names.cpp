@@ -1,5 +1,7 @@
 #include "hosts/cli/Names.h"
 
+#include <filesystem>
+
 #include "text/Unicode.h"
 
 namespace vrn::cli {
@@ -42,8 +44,13 @@ std::string displayName(std::string_view path) {
 }
 
 std::string uriOf(std::string_view path) {
-    std::string uri;
-    for (const char c : path) {
+    const std::filesystem::path native(path);
+    std::string uri = native.is_absolute() ? "file://" : "";
+    const auto generic = native.generic_string();
+    if (!uri.empty() && !generic.starts_with('/')) {
+        uri += '/';  // a drive stands where others have the root
+    }
+    for (const char c : generic) {
         if (isUnreserved(c)) {
             uri += c;
         } else {

@@ -11,7 +11,7 @@ inline constexpr std::string_view standardInput = "-";
 /// The name as UTF-8 text on one line: bytes that are not UTF-8 and control characters become "\xNN".
 [[nodiscard]] std::string displayName(std::string_view path);
 
-/// The name as a relative or absolute URI reference.
+/// The name as a URI: of the scheme "file" when it is absolute, else a reference relative to the current folder.
 [[nodiscard]] std::string uriOf(std::string_view path);
 
 }  // namespace vrn::cli

@@ -35,13 +35,16 @@ void ScriptedUser::press(controls::Button& button) {
     requireSilence();
 }
 
-void ScriptedUser::chooseStep(std::size_t step) {
-    auto& list = engine_->state().lstMethodMacroList;
-    const auto count = static_cast<std::size_t>(list.count());
+void ScriptedUser::requireStep(std::size_t step) const {
+    const auto count = static_cast<std::size_t>(engine_->state().lstMethodMacroList.count());
     if (step == 0 || step > count) {
         fail("there is no step " + std::to_string(step) + "; the method has " + std::to_string(count));
     }
-    (void)list.userSelect(static_cast<int>(step) - 1);
+}
+
+void ScriptedUser::chooseStep(std::size_t step) {
+    requireStep(step);
+    (void)engine_->state().lstMethodMacroList.userSelect(static_cast<int>(step) - 1);
 }
 
 void ScriptedUser::chooseMacro(const std::string& macro) {
@@ -105,16 +108,16 @@ void ScriptedUser::enterValues(const std::vector<Assignment>& values) {
 void ScriptedUser::insert(const EditCommand& command) {
     auto& state = engine_->state();
     const auto count = static_cast<std::size_t>(state.lstMethodMacroList.count());
-    const auto before = command.step == EditCommand::atEnd ? count : command.step;
-    if (before > count) {
-        fail("there is no step " + std::to_string(before) + "; the method has " + std::to_string(count));
-    }
-    if (before == 0 && count > 0) {
+    const bool atEnd = command.step == EditCommand::atEnd;
+    if (command.isBefore && command.step == 1 && count > 0) {
         insertFirst(command);
         return;
     }
-    if (before > 0) {
-        chooseStep(before);
+    if (!atEnd) {
+        requireStep(command.step);
+    }
+    if (const auto inFront = atEnd ? count : command.step - (command.isBefore ? 1 : 0); inFront > 0) {
+        chooseStep(inFront);
     }
     chooseMacro(command.text);
     enterValues(command.values);

@@ -23,6 +23,7 @@ class ScriptedUser {
     void insertFirst(const EditCommand& command);
     void replace(const EditCommand& command);
     void set(const EditCommand& command);
+    void requireStep(std::size_t step) const;
     void chooseStep(std::size_t step);
     void chooseMacro(const std::string& macro);
     void enterValues(const std::vector<Assignment>& values);

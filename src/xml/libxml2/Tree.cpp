@@ -71,10 +71,6 @@ DocPtr newDocument() {
     if (doc == nullptr) {
         throw std::bad_alloc();
     }
-    doc->dict = xmlDictCreate();
-    if (doc->dict == nullptr) {
-        throw std::bad_alloc();
-    }
     return doc;
 }
 
@@ -94,6 +90,13 @@ bool hasPlainName(const xmlNode* node, std::string_view name) noexcept {
 bool isXmlDeclaration(const xmlNode* node) noexcept { return node->type == XML_PI_NODE && equals(node->name, "xml"); }
 
 const xmlChar* intern(xmlDoc* doc, std::string_view name) {
+    // Made with the first name only: many a document stays empty, and threads meet at a lock to make a dictionary.
+    if (doc->dict == nullptr) {
+        doc->dict = xmlDictCreate();
+    }
+    if (doc->dict == nullptr) {
+        throw std::bad_alloc();
+    }
     const xmlChar* const interned = xmlDictLookup(doc->dict, chars(name.data()), static_cast<int>(name.size()));
     if (interned == nullptr) {
         throw std::bad_alloc();

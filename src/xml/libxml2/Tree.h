@@ -43,7 +43,7 @@ namespace tree {
 /// Prepares the library for use by several threads. Called before anything else of it.
 void initialise();
 
-/// An empty document with a dictionary of its own.
+/// An empty document, which will have a dictionary of its own.
 [[nodiscard]] DocPtr newDocument();
 /// A copy that shares nothing with the original, so that each may go its own way on its own thread.
 [[nodiscard]] DocPtr copyDocument(const xmlDoc* source);
@@ -79,7 +79,7 @@ void initialise();
 [[nodiscard]] bool hasPlainName(const xmlNode* node, std::string_view name) noexcept;
 [[nodiscard]] bool isXmlDeclaration(const xmlNode* node) noexcept;
 
-/// The name in the document's dictionary. Throws std::bad_alloc.
+/// The name in the document's dictionary, which it makes if there is none. Throws std::bad_alloc.
 [[nodiscard]] const xmlChar* intern(xmlDoc* doc, std::string_view name);
 
 /// A text that is linked nowhere yet. Throws std::bad_alloc.

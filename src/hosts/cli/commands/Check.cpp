@@ -1,3 +1,4 @@
+#include <optional>
 #include <ostream>
 
 #include "hosts/cli/Checker.h"
@@ -55,15 +56,17 @@ class Summary {
     }
 
     [[nodiscard]] std::string text(const Style& style) const {
-        auto line = counted(methods_ - faults_, "method") + " checked: ";
+        const auto checked = methods_ - faults_;
         std::string found;
         for (const auto severity : {Severity::Error, Severity::Warning, Severity::Note}) {
             if (const auto count = counts_[indexOf(severity)]; count > 0) {
                 found += (found.empty() ? "" : ", ") + counted(count, severityName(severity));
             }
         }
-        line += found.empty() ? style.green("nothing found") : found + " in " + counted(withFindings_, "method");
-        return line + (faults_ > 0 ? "; " + counted(faults_, "file") + " could not be read" : "") + "\n";
+        const auto result =
+            found.empty() ? style.green("nothing found") : found + " in " + counted(withFindings_, "method");
+        return counted(checked, "method") + " checked" + (checked > 0 ? ": " + result : "") +
+               (faults_ > 0 ? "; " + counted(faults_, "file") + " could not be read" : "") + "\n";
     }
 
   private:
@@ -89,12 +92,16 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
     arguments.methods.json = arguments.format == "json";
     const bool sarif = arguments.format == "sarif";
     const Style style(console.outHasColour);
-    const auto set = readSet(arguments.set, console);
+    // Read by the first to come, while the folders of methods are walked.
+    std::optional<SetTexts> set;
     const auto makeWork = [&]() -> MethodWork {
-        return [&, checker = std::make_shared<Checker>(set)](const MethodFile& file) {
+        if (!set) {
+            set = readSet(arguments.set, console);
+        }
+        return [&, checker = std::make_shared<Checker>(*set)](const MethodFile& file) {
             try {
                 const auto method = readXmlFile(file.path, console, "Method");
-                return outcomeOf(file, checker->check(method.document).findings, arguments, style);
+                return outcomeOf(file, checker->check(method).findings, arguments, style);
             } catch (const Fault& fault) {
                 auto outcome = faultOutcome(file, fault.what(), arguments.methods.json);
                 outcome.out += sarif ? sarifFault(file.path, fault.what()) : "";
@@ -111,7 +118,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
             outcome.out.clear();
         }
     };
-    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
+    const auto status = runOverMethods({console, arguments.methods, setFiles(arguments.set), makeWork, false, gather});
     if (sarif) {
         console.out << sarifDocument(results);
     } else if (arguments.format == "text") {

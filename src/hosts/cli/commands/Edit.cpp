@@ -32,6 +32,9 @@ class Editing {
         if (arguments_->method == standardInput && arguments_->script == standardInput) {
             throw Fault("standard input cannot be both the method and the script");
         }
+        if (arguments_->method == standardInput && auditGoesToOutput()) {
+            throw Fault("standard output cannot be both the method and the audit trail");
+        }
         const auto commands = parseEditScript(arguments_->script, readFile(arguments_->script, *console_));
         const auto method = readXmlFile(arguments_->method, *console_, "Method");
         requireWhole(method);
@@ -77,11 +80,14 @@ class Editing {
         }
     }
 
+    [[nodiscard]] bool auditGoesToOutput() const { return arguments_->audit == standardInput; }
+
     // The audit trail first: a method is not to change without one. It goes again when the method cannot be written.
     void write(const XmlFile& method, const xml::Document& built, const std::string& audit) {
         const bool writesAudit = !arguments_->audit.empty() && !arguments_->write.dryRun;
-        if (!writesAudit) {
+        if (!writesAudit || auditGoesToOutput()) {
             writeMethod(method, built);
+            console_->out << (writesAudit ? audit + "\n" : "");
             return;
         }
         std::error_code error;
@@ -108,15 +114,14 @@ class Editing {
 
     void tellReport(const XmlFile& method, const char* status, const std::string& words,
                     const std::vector<Finding>& findings) const {
-        auto& out = method.path == standardInput ? console_->err : console_->out;
+        auto& out = method.path == standardInput || auditGoesToOutput() ? console_->err : console_->out;
         if (arguments_->json) {
             out << jsonLine(
                 {{"file", displayName(method.path)}, {"status", status}, {"findings", findingsJson(findings)}});
             return;
         }
-        const auto found = findingText(method.path, findings, Style(console_->outHasColour));
         out << displayName(method.path) << ": " << words << "\n"
-            << (found.empty() ? found : found.substr(found.find('\n') + 1));
+            << findingList(findings, Style(console_->outHasColour));
     }
 
     const Console* console_;
@@ -133,7 +138,9 @@ void addEdit(CLI::App& tool, Session& session) {
     command->add_option("--script", arguments->script, "File with the edits, or - for standard input")
         ->required()
         ->type_name("FILE");
-    command->add_option("--audit", arguments->audit, "Write the audit trail document of the changes to this file")
+    command
+        ->add_option("--audit", arguments->audit,
+                     "Write the audit trail document of the changes to this file, - for standard output")
         ->type_name("FILE");
     command->add_flag("-f,--force", arguments->force, "Write even what check would call an error");
     command->add_flag("--json", arguments->json, "Print one JSON object");

@@ -159,7 +159,7 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
     const auto makeWork = [&]() -> MethodWork {
         return [&, checker = std::make_shared<Checker>(set)](const MethodFile& file) {
             const auto method = readXmlFile(file.path, console, "Method");
-            const auto result = checker->check(method.document);
+            const auto result = checker->check(method);
             Outcome outcome;
             outcome.out = arguments.methods.json ? jsonLine(methodJson(file.path, result))
                                                  : Page(result, Style(console.outHasColour)).text(file.path);

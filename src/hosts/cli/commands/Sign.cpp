@@ -40,7 +40,7 @@ class Signer {
                                        ? "its version is not known"
                                        : "it is not of version 04: use convert");
         }
-        if (const auto errors = errorsOf(method.document); !errors.empty()) {
+        if (const auto errors = errorsOf(method); !errors.empty()) {
             return refused(method, "check finds errors; --force signs all the same", errors);
         }
         Outcome outcome;
@@ -60,7 +60,7 @@ class Signer {
     Engine& engine() { return checker_ ? checker_->engine() : *unchecked_; }
 
     // What stands against signing, the signature apart.
-    std::vector<Finding> errorsOf(const xml::Document& method) {
+    std::vector<Finding> errorsOf(const XmlFile& method) {
         if (arguments_->force || !checker_) {
             return {};
         }

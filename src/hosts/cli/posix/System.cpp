@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/Names.h"
@@ -44,10 +45,14 @@ std::string folderOf(const std::string& path) {
 // A file beside the target until it takes the target's place; gone when that does not happen.
 class Beside {
   public:
-    explicit Beside(const std::string& target)
-        : target_(target), name_(patternBeside(target)), file_(mkostemp(name_.data(), O_CLOEXEC)) {
+    /// `shown` is what the user calls the target.
+    Beside(const std::string& target, std::string shown)
+        : target_(target),
+          shown_(std::move(shown)),
+          name_(patternBeside(target)),
+          file_(mkostemp(name_.data(), O_CLOEXEC)) {
         if (file_ < 0) {
-            fail(target, "cannot write into its folder", errno);
+            fail(shown_, "cannot write into its folder", errno);
         }
     }
     Beside(const Beside&) = delete;
@@ -63,7 +68,7 @@ class Beside {
         while (!content.empty()) {
             const auto written = ::write(file_, content.data(), content.size());
             if (written < 0 && errno != EINTR) {
-                fail(target_, "cannot write", errno);
+                fail(shown_, "cannot write", errno);
             }
             content.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
         }
@@ -74,7 +79,7 @@ class Beside {
         const int notGiven = fchown(file_, old.st_uid, old.st_gid);
         static_cast<void>(notGiven);
         if (fchmod(file_, old.st_mode & 07777) != 0) {
-            fail(target_, "cannot keep the permissions", errno);
+            fail(shown_, "cannot keep the permissions", errno);
         }
     }
 
@@ -86,13 +91,13 @@ class Beside {
 
     void finish() {
         if (fsync(file_) != 0 || !closeFile()) {
-            fail(target_, "cannot write", errno);
+            fail(shown_, "cannot write", errno);
         }
     }
 
     void rename() {
         if (::rename(name_.c_str(), target_.c_str()) != 0) {
-            fail(target_, "cannot be replaced", errno);
+            fail(shown_, "cannot be replaced", errno);
         }
         name_.clear();
         // Makes the new name last. A file system that cannot do that has done all it can.
@@ -117,6 +122,7 @@ class Beside {
     }
 
     std::string target_;
+    std::string shown_;
     std::string name_;
     int file_;
 };
@@ -140,8 +146,8 @@ std::string contentOf(const std::string& path) {
     return content;
 }
 
-void keepBackup(const std::string& target, const struct stat& old, const std::string& suffix) {
-    Beside backup(target + suffix);
+void keepBackup(const std::string& path, const std::string& target, const struct stat& old, const std::string& suffix) {
+    Beside backup(target + suffix, path + suffix);
     backup.write(contentOf(target));
     backup.takeOver(old);
     backup.finish();
@@ -183,7 +189,7 @@ void replaceFile(const std::string& path, std::string_view content, const std::s
     if (exists) {
         requireReplaceable(path, old);
     }
-    Beside replacement(target);
+    Beside replacement(target, path);
     replacement.write(content);
     if (exists) {
         replacement.takeOver(old);
@@ -192,7 +198,7 @@ void replaceFile(const std::string& path, std::string_view content, const std::s
     }
     replacement.finish();
     if (exists && !backupSuffix.empty()) {
-        keepBackup(target, old, backupSuffix);
+        keepBackup(path, target, old, backupSuffix);
     }
     replacement.rename();
 }
