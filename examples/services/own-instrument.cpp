@@ -64,12 +64,18 @@ class Instrument final : public IDispatch {
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD /*flags*/,
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* /*exception*/,
                                      UINT* /*argument*/) override {
+        if (member < 0 || member >= static_cast<DISPID>(members.size())) {
+            return DISP_E_MEMBERNOTFOUND;
+        }
         const UINT expected = member == objectNamesId ? 1 : 3;
         if (parameters->cArgs != expected) {
             return DISP_E_BADPARAMCOUNT;
         }
         // In reverse order: the code or key is the last one, and what is to be filled in comes by reference.
         const VARIANT* const arguments = parameters->rgvarg;
+        if (member != objectNamesId && arguments[1].vt != (VT_BYREF | VT_VARIANT)) {
+            return DISP_E_TYPEMISMATCH;
+        }
         const VARIANT& code = arguments[expected - 1];
         const std::wstring text = code.vt == VT_BSTR && code.bstrVal != nullptr ? code.bstrVal : L"";
         wprintf(L"%ls \"%ls\"\n", members.at(static_cast<std::size_t>(member)), text.c_str());
@@ -80,7 +86,7 @@ class Instrument final : public IDispatch {
             case unitPairId:
                 return unitPair(text, arguments[1].pvarVal);
             default:
-                return objectNames(text, result);
+                return result == nullptr ? S_OK : objectNames(text, result);
         }
     }
     // end of snippet

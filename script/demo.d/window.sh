@@ -1,9 +1,15 @@
 # Sourced: the sample host under a display, worked with the keyboard and the mouse as a chemist would, and pictures of it.
 # Needs $vrnhost, the built program, $out, a folder, and the function `fail`. Coordinates are those of the window in its first size.
 
+# Whether there is a display of the user's to show it on. On Wayland the pictures would stay black, and keys go their own way.
+display_is_there() {
+    [ -z "${hidden-}" ] && [ -n "${DISPLAY-}" ] && [ -z "${WAYLAND_DISPLAY-}" ] && [ "${XDG_SESSION_TYPE-}" != wayland ] &&
+        xdotool getdisplaygeometry >/dev/null 2>&1
+}
+
 # on_display COMMAND...: runs it on the user's display, or on one of its own that nobody sees when there is none, or with $hidden set.
 on_display() {
-    if [ -z "${hidden-}" ] && [ -n "${DISPLAY-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; then
+    if display_is_there; then
         "$@"
     else
         xvfb-run -a -s "-screen 0 1280x960x24" "$@"
@@ -20,6 +26,7 @@ open_host() {
         window=$(xdotool search --onlyvisible --name "$title" 2>/dev/null | head -n 1) || true
         if [ -n "$window" ]; then
             xdotool windowraise "$window" windowfocus "$window"
+            program=$(xdotool getwindowpid "$window")
             eval "$(xdotool getwindowgeometry --shell "$window" | sed 's/^/window_/')"
             settle
             return
@@ -30,9 +37,19 @@ open_host() {
     fail "the sample host did not open its window"
 }
 
-# close_host: Alt+F4, and what the program says of it.
+# close_host [ANSWER]: File, Exit. (Alt+F4 may be the window manager's own key, for a window of another program.) ANSWER is the key for
+# the question about unsaved changes.
 close_host() {
-    xdotool key alt+F4
+    local tenths
+    keys alt+f x
+    for ((tenths = 0; tenths < 300; tenths++)); do
+        kill -0 "$host" 2>/dev/null || break
+        if [ -n "${1-}" ] && xdotool search --onlyvisible --name '^Method Host$' >/dev/null 2>&1; then
+            keys "$1"
+        fi
+        sleep 0.1
+    done
+    ! kill -0 "$host" 2>/dev/null || fail "the sample host does not close"
     wait "$host" || fail "the sample host ended with an error: $(cat "$out/host.log")"
 }
 
@@ -55,11 +72,17 @@ settle() {
     done
 }
 
+# What is typed goes to whoever has the keyboard, and that is to be nobody else.
+require_keyboard() {
+    [ "$(xdotool getwindowfocus getwindowpid 2>/dev/null)" = "$program" ] || fail "another program's window has the keyboard"
+}
 keys() {
+    require_keyboard
     xdotool key --delay 40 "$@"
     settle
 }
 write() {
+    require_keyboard
     xdotool type --delay 25 "$1"
     settle
 }
@@ -74,3 +97,12 @@ press() {
     settle
 }
 title_of_host() { xdotool getwindowname "$window"; }
+# expect_title TITLE REASON: waits for it; a busy machine may take a while.
+expect_title() {
+    local tenths
+    for ((tenths = 0; tenths < 150; tenths++)); do
+        [ "$(title_of_host)" != "$1" ] || return 0
+        sleep 0.1
+    done
+    fail "$2"
+}

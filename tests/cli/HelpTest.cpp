@@ -45,6 +45,8 @@ TEST_F(HelpTest, EveryCommandExplainsItselfByExample) {
     EXPECT_EQ(err, "vrnmethod: there is no command 'fly'\nTo read more: vrnmethod --help\n");
     EXPECT_EQ(run("chekc @set @m.xml"), 2);
     EXPECT_THAT(err, HasSubstr("there is no command 'chekc'; did you mean 'check'?\n"));
+    EXPECT_EQ(run("help chekc"), 2);
+    EXPECT_THAT(err, HasSubstr("did you mean 'check'?\n"));
     EXPECT_EQ(run("verify --jbos 2 @m.xml"), 2);
     EXPECT_EQ(
         err, "vrnmethod: there is no option '--jbos'; did you mean '--jobs'?\nTo read more: vrnmethod verify --help\n");

@@ -56,9 +56,9 @@ Json RandomRequests::selection() {
 // No blanks at the ends of a line: they are lost on reading, so that such a description does change once.
 Json RandomRequests::description() {
     const auto first = oneOf<std::string>({"", "a & b", "&lt;", "\"'>", "x]]>y"});
-    return {{"do", "type"},
-            {"control", "txtMethodDescription"},
-            {"text", first + oneOf<std::string>({"\n", "\r\n", "\n\n"}) + oneOf<std::string>({"", "é漢🧪"})}};
+    const auto lineEnd = oneOf<std::string>({"\n", "\r\n", "\n\n"});
+    const auto last = oneOf<std::string>({"", "é漢🧪"});
+    return {{"do", "type"}, {"control", "txtMethodDescription"}, {"text", first + lineEnd + last}};
 }
 
 Json RandomRequests::odd() {

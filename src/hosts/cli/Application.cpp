@@ -53,7 +53,11 @@ ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>&
         std::vector<std::string> words(arguments.rbegin(), arguments.rend() - 1);
         if (!words.empty() && words.back() == "help") {
             words.pop_back();
-            words.insert(words.begin(), "--help");
+            // An unknown command is said to be one.
+            const auto commands = known(tool, false);
+            if (words.empty() || std::find(commands.begin(), commands.end(), words.back()) != commands.end()) {
+                words.insert(words.begin(), "--help");
+            }
         }
         tool.parse(std::move(words));
         return session.status;

@@ -43,7 +43,7 @@ using MacContext = std::unique_ptr<EVP_MAC_CTX, FreeMac>;
 MacContext newHmacContext() {
     static const MacContext prepared = [] {
         EVP_MAC* const algorithm = EVP_MAC_fetch(nullptr, "HMAC", nullptr);
-        MacContext context(EVP_MAC_CTX_new(algorithm));
+        MacContext context(algorithm == nullptr ? nullptr : EVP_MAC_CTX_new(algorithm));
         EVP_MAC_free(algorithm);
         std::string digest = "SHA256";
         const std::array parameters{OSSL_PARAM_construct_utf8_string(OSSL_MAC_PARAM_DIGEST, digest.data(), 0),

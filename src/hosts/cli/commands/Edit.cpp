@@ -85,9 +85,14 @@ class Editing {
     // The audit trail first: a method is not to change without one. It goes again when the method cannot be written.
     void write(const XmlFile& method, const xml::Document& built, const std::string& audit) {
         const bool writesAudit = !arguments_->audit.empty() && !arguments_->write.dryRun;
+        if (writesAudit && auditGoesToOutput()) {
+            console_->out << audit << '\n' << std::flush;
+            if (!console_->out) {
+                throw Fault("the output cannot be written");
+            }
+        }
         if (!writesAudit || auditGoesToOutput()) {
             writeMethod(method, built);
-            console_->out << (writesAudit ? audit + "\n" : "");
             return;
         }
         std::error_code error;
