@@ -1,4 +1,4 @@
-// The cryptographic port: libcrypto on POSIX systems, CNG on Windows, chosen at link time.
+// The cryptographic port: Nettle on POSIX systems, CNG on Windows, chosen at link time.
 #pragma once
 
 #include <array>

@@ -32,35 +32,100 @@ TEST(Output, NoTextMovesTheCursor) {
     EXPECT_EQ(uriOf("/a b/c.xml"), "file:///a%20b/c.xml");
 }
 
+// Finds the numbers below `count`.
+std::function<void(const std::function<bool(int)>&)> numbersBelow(int count) {
+    return [count](const std::function<bool(int)>& add) {
+        for (int i = 0; i < count && add(i); ++i) {
+        }
+    };
+}
+
 TEST(Jobs, ResultsComeInOrderWhoeverIsFirst) {
-    std::vector<std::size_t> taken;
-    std::atomic<unsigned> left = 0;
-    forEachInOrder<std::size_t>(
-        50, 4,
-        [](unsigned, std::size_t index) {
-            std::this_thread::sleep_for(std::chrono::microseconds((50 - index) % 7 * 300));
-            return index * 2;
-        },
-        [&](unsigned worker) { left += 1U << worker; },
-        [&](std::size_t index, std::size_t result) {
-            EXPECT_EQ(result, index * 2);
-            taken.push_back(index);
-        },
-        [] { return false; });
+    std::vector<int> taken;
+    std::atomic<int> here = 0;
+    std::atomic<int> left = 0;
+    Jobs<int, int> jobs;
+    jobs.count = 4;
+    jobs.makeWork = [&](unsigned) {
+        ++here;
+        const std::shared_ptr<void> own(nullptr, [&left](const void*) { ++left; });
+        return [own](int number) {
+            std::this_thread::sleep_for(std::chrono::microseconds((50 - number) % 7 * 300));
+            return number;
+        };
+    };
+    jobs.find = numbersBelow(50);
+    jobs.take = [&](int number) { taken.push_back(number); };
+    jobs.stop = [] { return false; };
+    jobs.run();
     ASSERT_EQ(taken.size(), 50U);
     EXPECT_TRUE(std::is_sorted(taken.begin(), taken.end()));
-    EXPECT_EQ(left, 15U) << "each thread leaves once";
+    EXPECT_EQ(here, 4);
+    EXPECT_EQ(left, 4) << "each thread lets go of what it worked with";
 }
 
 TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
-    for (const unsigned jobs : {1U, 3U}) {
+    for (const unsigned count : {1U, 3U}) {
         std::atomic<std::size_t> begun = 0;
         std::size_t taken = 0;
-        forEachInOrder<int>(
-            100, jobs, [&](unsigned, std::size_t) { return static_cast<int>(++begun); }, [](unsigned) {},
-            [&](std::size_t, int) { ++taken; }, [&] { return begun >= 10; });
+        Jobs<int, int> jobs;
+        jobs.count = count;
+        jobs.makeWork = [&](unsigned) {
+            return [&](int number) {
+                ++begun;
+                return number;
+            };
+        };
+        jobs.find = numbersBelow(100);
+        jobs.take = [&](int) { ++taken; };
+        jobs.stop = [&] { return begun >= 10; };
+        jobs.run();
         EXPECT_EQ(taken, begun);
         EXPECT_LT(taken, 100U);
+    }
+}
+
+TEST(Jobs, OthersWorkWhileMoreIsFound) {
+    std::atomic<bool> isFirstDone = false;
+    Jobs<int, int> jobs;
+    jobs.count = 2;
+    jobs.makeWork = [&](unsigned) {
+        return [&](int number) {
+            isFirstDone = true;
+            return number;
+        };
+    };
+    int taken = 0;
+    jobs.find = [&](const std::function<bool(int)>& add) {
+        (void)add(0);
+        while (!isFirstDone) {
+            std::this_thread::yield();
+        }
+        (void)add(1);
+    };
+    jobs.take = [&](int number) { EXPECT_EQ(number, taken++); };
+    jobs.stop = [] { return false; };
+    jobs.run();
+    EXPECT_EQ(taken, 2);
+}
+
+TEST(Jobs, NothingBeginsWhenThisThreadCannot) {
+    for (const unsigned count : {1U, 4U}) {
+        Jobs<int, int> jobs;
+        jobs.count = count;
+        jobs.makeWork = [](unsigned worker) -> std::function<int(const int&)> {
+            if (worker == 0) {
+                throw Fault("no set");
+            }
+            return [](int number) {
+                ADD_FAILURE();
+                return number;
+            };
+        };
+        jobs.find = numbersBelow(100);
+        jobs.take = [](int) { ADD_FAILURE(); };
+        jobs.stop = [] { return false; };
+        EXPECT_THROW(jobs.run(), Fault);
     }
 }
 

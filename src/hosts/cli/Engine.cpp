@@ -37,8 +37,6 @@ std::string pathOf(const std::string& own, const std::string& folder, const char
     return folder + (folder.ends_with('/') ? "" : "/") + name;
 }
 
-}  // namespace
-
 std::vector<std::string> setFiles(const SetArguments& arguments) {
     std::vector<std::string> files{pathOf(arguments.macros, arguments.folder, "macros.xml"),
                                    pathOf(arguments.objects, arguments.folder, "objects.xml"),
@@ -49,12 +47,33 @@ std::vector<std::string> setFiles(const SetArguments& arguments) {
     return files;
 }
 
+constexpr std::string_view macrosRoot = "Macros";
+constexpr std::string_view objectsRoot = "LATESTKEX";
+constexpr std::string_view configurationRoot = "Config";
+
+bool hasRoots(const method::EditorState& state) {
+    return state.domMacros.documentElement().name() == macrosRoot &&
+           state.domlatestKex.documentElement().name() == objectsRoot &&
+           state.domConfig.documentElement().name() == configurationRoot;
+}
+
+// Why a set cannot be used, with file and place where it is the fault of a document alone.
+[[noreturn]] void failAtFault(const SetTexts& set, const std::vector<Report>& reports) {
+    static_cast<void>(parsedXml(set.files[0], set.macros, macrosRoot));
+    static_cast<void>(parsedXml(set.files[1], set.objects, objectsRoot));
+    static_cast<void>(parsedXml(set.files[2], set.configuration, configurationRoot));
+    throw Fault("the document set cannot be used" +
+                (reports.empty() ? std::string() : ": " + oneLine(reports.front())));
+}
+
+}  // namespace
+
 SetTexts readSet(const SetArguments& arguments, const Console& console) {
     SetTexts set;
     set.files = setFiles(arguments);
-    set.macros = readXmlFile(set.files[0], console, "Macros").text;
-    set.objects = readXmlFile(set.files[1], console, "LATESTKEX").text;
-    set.configuration = readXmlFile(set.files[2], console, "Config").text;
+    set.macros = readXmlText(set.files[0], console);
+    set.objects = readXmlText(set.files[1], console);
+    set.configuration = readXmlText(set.files[2], console);
     set.decimalSeparator = arguments.decimalSeparator;
     return set;
 }
@@ -73,8 +92,9 @@ Engine::Engine() : Engine(std::string(".")) {}
 
 Engine::Engine(const SetTexts& set) : Engine(set.decimalSeparator) {
     editor_->SetXmlDocuments(set.macros, set.objects, "", set.configuration);
-    if (const auto reports = takeReports(); !reports.empty()) {
-        throw Fault("the document set cannot be used: " + oneLine(reports.front()));
+    // The editor has parsed them: doing so again, for a better message, waits until one is needed.
+    if (const auto reports = takeReports(); !reports.empty() || !hasRoots(state())) {
+        failAtFault(set, reports);
     }
 }
 

@@ -30,13 +30,10 @@ struct SetTexts {
     std::string objects;
     std::string configuration;
     std::string decimalSeparator;
-    std::vector<std::string> files;  ///< `setFiles`
+    std::vector<std::string> files;  ///< the paths of the three
 };
 
-/// The paths of macros, object list and configuration. Throws `Fault` when the call does not name all of them.
-[[nodiscard]] std::vector<std::string> setFiles(const SetArguments& arguments);
-
-/// Reads the three documents. Throws `Fault` when the call does not name all of them or one of them is not what it should be.
+/// Reads the three documents. Throws `Fault` when the call does not name all of them or one of them cannot be read.
 [[nodiscard]] SetTexts readSet(const SetArguments& arguments, const Console& console);
 
 /// What the editor said to its user or to its host.
@@ -50,7 +47,8 @@ class Engine {
   public:
     /// An editor without documents: signatures can be looked at.
     Engine();
-    /// An editor with the set and no method yet. Throws `Fault` when the editor has something to say against the set.
+    /// An editor with the set and no method yet. Throws `Fault` when a document is not well-formed or not what it should be, or when
+    /// the editor has something else to say against the set.
     explicit Engine(const SetTexts& set);
 
     [[nodiscard]] shell::VRN_MethodEditor& editor() noexcept { return *editor_; }

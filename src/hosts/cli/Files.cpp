@@ -59,11 +59,16 @@ bool looksLikeUtf16(std::string_view bytes) {
 }
 
 std::string decoded(const std::string& path, std::string_view bytes) {
+    std::string text;
     try {
-        return xml::decodeXmlFile(bytes);
+        text = xml::decodeXmlFile(bytes);
     } catch (const errors::Error& error) {
         fail(path, error.description());
     }
+    if (text.empty()) {
+        fail(path, "is empty");
+    }
+    return text;
 }
 
 // The text without its XML declaration and the white space behind that.
@@ -113,18 +118,25 @@ XmlFile readXmlFile(const std::string& path, const Console& console, std::string
     file.isUtf16 = looksLikeUtf16(bytes);
     file.isBigEndian = file.isUtf16 && (bytes.starts_with("\xFE\xFF") || bytes.starts_with('\0'));
     file.text = decoded(path, bytes);
-    if (file.text.empty()) {
-        fail(path, "is empty");
-    }
-    if (!file.document.loadXML(file.text)) {
-        const auto& error = file.document.parseError();
+    file.document = parsedXml(path, file.text, root);
+    return file;
+}
+
+std::string readXmlText(const std::string& path, const Console& console) {
+    return decoded(path, readFile(path, console));
+}
+
+xml::Document parsedXml(const std::string& path, const std::string& text, std::string_view root) {
+    xml::Document document;
+    if (!document.loadXML(text)) {
+        const auto& error = document.parseError();
         throw Fault(displayName(path) + ":" + std::to_string(error.line) + ":" + std::to_string(error.linepos) + ": " +
                     error.reason);
     }
-    if (const auto name = file.document.documentElement().name(); name != root) {
+    if (const auto name = document.documentElement().name(); name != root) {
         fail(path, "its root element is <" + name + ">, not <" + std::string(root) + ">");
     }
-    return file;
+    return document;
 }
 
 std::string bytesFor(const XmlFile& file, const xml::Document& document) {

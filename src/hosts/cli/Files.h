@@ -29,6 +29,12 @@ struct XmlFile {
 /// this one.
 [[nodiscard]] XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root);
 
+/// Its text alone, decoded. Throws `Fault`, also for an empty one.
+[[nodiscard]] std::string readXmlText(const std::string& path, const Console& console);
+
+/// The document of a file's text. Throws `Fault` as `readXmlFile`.
+[[nodiscard]] xml::Document parsedXml(const std::string& path, const std::string& text, std::string_view root);
+
 /// The bytes of a document that goes back to a file: with the file's own XML declaration, in the encoding that this names, and the
 /// file's byte order. Throws `Fault`.
 [[nodiscard]] std::string bytesFor(const XmlFile& file, const xml::Document& document);

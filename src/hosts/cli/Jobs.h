@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <condition_variable>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -13,94 +14,173 @@
 
 namespace vrn::cli {
 
-/// Runs `work(worker, index)` for every index below `count` on up to `jobs` threads, this one among them, and `take(index, result)`
-/// for each result on this thread, in order of the indexes. `worker` numbers the threads from 0; each calls `leave(worker)` when
-/// there is no more work for it. No further work begins once `stop` answers true; what was done by then is taken. `work` and
-/// `leave` must not throw.
-template <typename Result>
-void forEachInOrder(std::size_t count, unsigned jobs, const std::function<Result(unsigned, std::size_t)>& work,
-                    const std::function<void(unsigned)>& leave, const std::function<void(std::size_t, Result)>& take,
-                    const std::function<bool()>& stop) {
-    if (jobs <= 1 || count <= 1) {
-        for (std::size_t i = 0; i < count && !stop(); ++i) {
-            take(i, work(0, i));
-        }
-        leave(0);
-        return;
-    }
-    // Taken and handed over in batches, and nobody waits while there is work: waking each other costs threads more than small
-    // things do.
-    constexpr std::size_t largestBatch = 16;
-    std::mutex mutex;
-    std::size_t next = 0;
-    std::condition_variable finished;
-    struct Batch {
-        std::size_t end = 0;  // results may be fewer: work was stopped
-        std::vector<Result> results;
-    };
-    std::map<std::size_t, Batch> finishedBatches;  // by the index of each one's first
-    unsigned othersWorking = jobs - 1;
+/// What is to be done with things of a kind. Only on this thread may anything throw; it ends all, at the latest with the thing at
+/// hand on each thread.
+template <typename Item, typename Result>
+struct Jobs {
+    unsigned count = 1;  ///< threads, this one among them
 
-    // Batches become smaller towards the end, so that all threads come to it together.
-    const auto nextBatch = [&] {
-        const std::scoped_lock lock(mutex);
-        const auto first = next;
-        if (first < count) {
-            next += std::clamp<std::size_t>((count - first) / (std::size_t{4} * jobs), 1, largestBatch);
+    /// Makes what a thread works with; called by each, side by side. Worker 0 is this thread: nothing is worked on before it is ready.
+    /// Let go of as soon as there is no more to do.
+    std::function<std::function<Result(const Item&)>(unsigned worker)> makeWork;
+    /// Names the things, on this thread, while others already work on the first. `add` answers whether to go on.
+    std::function<void(const std::function<bool(Item)>& add)> find;
+    /// Gets the results, on this thread, in order of the things.
+    std::function<void(Result)> take;
+    /// Once it answers true, no further work begins; what was done by then is taken.
+    std::function<bool()> stop;
+
+    void run() const;
+};
+
+namespace detail {
+
+/// The state of `Jobs` on several threads. Things are given out and results handed over in batches, and nobody waits while there is work:
+/// waking each other costs threads more than small things do.
+template <typename Item, typename Result>
+class Crew {
+  public:
+    explicit Crew(const Jobs<Item, Result>& jobs) : jobs_(jobs), othersWorking_(jobs.count - 1) {}
+
+    void run() {
+        std::vector<std::jthread> threads;
+        for (unsigned worker = 1; worker < jobs_.count; ++worker) {
+            threads.emplace_back([this, worker] {
+                workOn(jobs_.makeWork(worker), [] {});
+                const std::scoped_lock lock(mutex_);
+                --othersWorking_;
+                finished_.notify_one();
+            });
         }
-        return std::pair(first, std::min(next, count));
+        try {
+            auto work = jobs_.makeWork(0);
+            jobs_.find([this](Item item) {
+                add(std::move(item));
+                return !jobs_.stop();
+            });
+            endOfQueue(true);
+            workOn(std::move(work), [this] { takeWhatIsThere(); });
+            takeTheRest();
+        } catch (...) {
+            endOfQueue(false);
+            throw;
+        }
+    }
+
+  private:
+    using Work = std::function<Result(const Item&)>;
+    using Lock = std::unique_lock<std::mutex>;
+    struct Batch {
+        std::size_t number = 0;
+        std::vector<Item> items;
     };
-    const auto workOn = [&](unsigned worker, const auto& afterEach) {
-        while (!stop()) {
-            const auto [first, end] = nextBatch();
-            if (first == end) {
+
+    void add(Item item) {
+        const std::scoped_lock lock(mutex_);
+        queue_.push_back(std::move(item));
+        queued_.notify_one();
+    }
+
+    void endOfQueue(bool isWorthDoing) {
+        const std::scoped_lock lock(mutex_);
+        if (!isWorthDoing) {
+            queue_.clear();
+        }
+        isQueueComplete_ = true;
+        queued_.notify_all();
+    }
+
+    // Empty when there will be no more. Batches become smaller towards the end, so that all threads come to it together.
+    Batch nextBatch() {
+        constexpr std::size_t largest = 16;
+        Lock lock(mutex_);
+        queued_.wait(lock, [this] { return isQueueComplete_ || !queue_.empty(); });
+        const auto size = std::min(queue_.size(),
+                                   std::clamp<std::size_t>(queue_.size() / (std::size_t{4} * jobs_.count), 1, largest));
+        const auto end = queue_.begin() + static_cast<std::ptrdiff_t>(size);
+        Batch batch{batches_, {std::move_iterator(queue_.begin()), std::move_iterator(end)}};
+        queue_.erase(queue_.begin(), end);
+        batches_ += size > 0 ? 1 : 0;
+        return batch;
+    }
+
+    void workOn(Work work, const auto& afterEach) {
+        while (!jobs_.stop()) {
+            const auto batch = nextBatch();
+            if (batch.items.empty()) {
                 break;
             }
-            Batch batch{end, {}};
-            for (auto i = first; i < end && (batch.results.empty() || !stop()); ++i) {
-                batch.results.push_back(work(worker, i));
+            std::vector<Result> results;
+            for (const auto& item : batch.items) {
+                if (!results.empty() && jobs_.stop()) {
+                    break;
+                }
+                results.push_back(work(item));
                 afterEach();
             }
-            const std::scoped_lock lock(mutex);
-            finishedBatches.emplace(first, std::move(batch));
-            finished.notify_one();
+            const std::scoped_lock lock(mutex_);
+            results_.emplace(batch.number, std::move(results));
+            finished_.notify_one();
         }
-        leave(worker);
-    };
-    std::size_t due = 0;  // the batch whose turn it is
-    const auto takeNext = [&](std::unique_lock<std::mutex> lock) {
-        const auto found = finishedBatches.find(due);
-        if (found == finishedBatches.end()) {
+    }
+
+    // Whether there was a batch whose turn it is.
+    bool takeNext(Lock lock) {
+        const auto found = results_.find(due_);
+        if (found == results_.end()) {
             return false;
         }
-        auto batch = std::move(found->second);
-        finishedBatches.erase(found);
+        auto results = std::move(found->second);
+        results_.erase(found);
         lock.unlock();
-        for (auto& result : batch.results) {
-            take(due++, std::move(result));
+        ++due_;
+        for (auto& result : results) {
+            jobs_.take(std::move(result));
         }
-        due = batch.end;
         return true;
-    };
-
-    std::vector<std::jthread> threads;
-    for (unsigned worker = 1; worker < jobs; ++worker) {
-        threads.emplace_back([&, worker] {
-            workOn(worker, [] {});
-            const std::scoped_lock lock(mutex);
-            --othersWorking;
-            finished.notify_one();
-        });
     }
-    const auto takeWhatIsThere = [&] {
-        while (takeNext(std::unique_lock(mutex))) {
+
+    void takeWhatIsThere() {
+        while (takeNext(Lock(mutex_))) {
         }
-    };
-    workOn(0, takeWhatIsThere);
-    for (bool more = true; more;) {
-        std::unique_lock lock(mutex);
-        finished.wait(lock, [&] { return finishedBatches.contains(due) || othersWorking == 0; });
-        more = takeNext(std::move(lock));
+    }
+
+    void takeTheRest() {
+        for (bool more = true; more;) {
+            Lock lock(mutex_);
+            finished_.wait(lock, [this] { return results_.contains(due_) || othersWorking_ == 0; });
+            more = takeNext(std::move(lock));
+        }
+    }
+
+    const Jobs<Item, Result>& jobs_;
+    std::mutex mutex_;
+    std::condition_variable queued_;
+    std::deque<Item> queue_;
+    bool isQueueComplete_ = false;
+    std::size_t batches_ = 0;
+    std::condition_variable finished_;
+    std::map<std::size_t, std::vector<Result>> results_;  // by the batch's number
+    std::size_t due_ = 0;                                 // the batch whose turn it is
+    unsigned othersWorking_;
+};
+
+}  // namespace detail
+
+template <typename Item, typename Result>
+void Jobs<Item, Result>::run() const {
+    if (count > 1) {
+        detail::Crew<Item, Result>(*this).run();
+        return;
+    }
+    const auto work = makeWork(0);
+    std::vector<Item> items;
+    find([&](Item item) {
+        items.push_back(std::move(item));
+        return !stop();
+    });
+    for (auto item = items.cbegin(); item != items.cend() && !stop(); ++item) {
+        take(work(*item));
     }
 }
 

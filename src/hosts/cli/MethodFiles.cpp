@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <set>
 #include <string_view>
 #include <system_error>
+#include <unordered_set>
 
 #include "hosts/cli/Names.h"
 
@@ -19,50 +19,57 @@ constexpr std::array<std::string_view, 3> setNames{"macros.xml", "objects.xml", 
 
 bool isSetName(std::string_view name) { return std::find(setNames.begin(), setNames.end(), name) != setNames.end(); }
 
-// A file or folder in a folder. The name is kept apart: taking it out of a path costs more than all else here.
-struct Entry {
-    std::string name;
-    fs::directory_entry entry;
+bool isXmlName(std::string_view name) {
+    constexpr std::string_view wanted = ".xml";
+    return name.size() >= wanted.size() &&
+           std::equal(wanted.begin(), wanted.end(), name.end() - wanted.size(), [](char a, char b) {
+               return a == (b >= 'A' && b <= 'Z' ? static_cast<char>(b + ('a' - 'A')) : b);
+           });
+}
 
-    [[nodiscard]] bool isXmlFile() const {
-        constexpr std::string_view wanted = ".xml";
-        const auto extension = name.size() < wanted.size() ? std::string_view()
-                                                           : std::string_view(name).substr(name.size() - wanted.size());
-        std::error_code error;
-        return std::equal(extension.begin(), extension.end(), wanted.begin(), wanted.end(),
-                          [](char a, char b) {
-                              return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + ('a' - 'A')) : a) == b;
-                          }) &&
-               entry.is_regular_file(error);
-    }
-    // A link to a folder is not followed: it may lead back up.
-    [[nodiscard]] bool isFolder() const {
-        std::error_code error;
-        return entry.is_directory(error) && !entry.is_symlink(error);
-    }
+// A file or folder in a folder. Its path is kept as text: taking paths apart costs more than all else here.
+struct Entry {
+    std::string path;
+    std::size_t nameAt = 0;  ///< where the name begins in it
+    bool isXmlFile = false;
+    bool isFolder = false;
+    bool isLink = false;
+
+    [[nodiscard]] std::string_view name() const { return std::string_view(path).substr(nameAt); }
 };
 
+Entry entryOf(const fs::directory_entry& found, std::size_t nameAt) {
+    Entry entry{found.path().string(), nameAt};
+    std::error_code error;
+    entry.isLink = found.is_symlink(error);
+    entry.isXmlFile = isXmlName(entry.name()) && found.is_regular_file(error);
+    // A link to a folder is not followed: it may lead back up.
+    entry.isFolder = !entry.isLink && found.is_directory(error);
+    return entry;
+}
+
 // What is not hidden in a folder, in order of the names.
-std::vector<Entry> entriesOf(const fs::path& folder, std::error_code& error) {
+std::vector<Entry> entriesOf(const std::string& folder, std::error_code& error) {
     std::vector<Entry> entries;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (auto name = entry->path().filename().string(); !name.starts_with('.')) {
-            entries.push_back({std::move(name), *entry});
+    const auto nameAt = (fs::path(folder) / "").string().size();
+    for (fs::directory_iterator found(folder, error), end; !error && found != end; found.increment(error)) {
+        if (auto entry = entryOf(*found, nameAt); !entry.name().starts_with('.')) {
+            entries.push_back(std::move(entry));
         }
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name() < b.name(); });
     return entries;
 }
 
 bool holdsSet(const std::vector<Entry>& entries) {
     return std::all_of(setNames.begin(), setNames.end(), [&](std::string_view name) {
-        return std::any_of(entries.begin(), entries.end(), [name](const Entry& entry) { return entry.name == name; });
+        return std::any_of(entries.begin(), entries.end(), [name](const Entry& entry) { return entry.name() == name; });
     });
 }
 
-class Collector {
+class Finder {
   public:
-    explicit Collector(const std::vector<std::string>& setFiles) {
+    Finder(const std::vector<std::string>& setFiles, const std::function<bool(MethodFile)>& found) : found_(&found) {
         for (const auto& path : setFiles) {
             setFiles_.insert(identity(path));
         }
@@ -74,15 +81,15 @@ class Collector {
             addFile(argument, argument);
         } else if (!fs::exists(argument, error)) {
             const auto reason = error ? error.message() : std::string("no such file or folder");
-            files_.push_back({argument, displayName(argument) + ": " + reason});
+            tell({argument, displayName(argument) + ": " + reason});
         } else if (!fs::is_directory(argument, error)) {
             addFile(argument, identity(argument));
-        } else if (const auto before = files_.size(); !addFolder(argument) && files_.size() == before) {
-            files_.push_back({argument, displayName(argument) + ": holds no *.xml files"});
+        } else if (const auto before = told_; !addFolder(argument) && told_ == before) {
+            tell({argument, displayName(argument) + ": holds no *.xml files"});
         }
     }
 
-    [[nodiscard]] std::vector<MethodFile> take() { return std::move(files_); }
+    [[nodiscard]] bool goesOn() const { return goesOn_; }
 
   private:
     // What two names of one file have in common.
@@ -92,52 +99,60 @@ class Collector {
         return error ? path : canonical.string();
     }
 
-    void addFile(const std::string& path, const std::string& identity) {
-        if (known_.insert(identity).second) {
-            files_.push_back({path, {}});
+    void addFile(const std::string& path, std::string identity) {
+        if (known_.insert(std::move(identity)).second) {
+            tell({path, {}});
         }
     }
 
+    void tell(MethodFile file) {
+        ++told_;
+        goesOn_ = goesOn_ && (*found_)(std::move(file));
+    }
+
     // Whether it holds XML files at all, wanted or not.
-    bool addFolder(const fs::path& folder) {
+    bool addFolder(const std::string& folder) {
         std::error_code error;
         const auto entries = entriesOf(folder, error);
         if (error) {
-            files_.push_back({folder.string(), displayName(folder.string()) + ": " + error.message()});
+            tell({folder, displayName(folder) + ": " + error.message()});
         }
         // Asking the system for each file's own name would take as long as reading it.
-        const auto home = (fs::path(identity(folder.string())) / "").string();
+        const auto home = (fs::path(identity(folder)) / "").string();
         const bool passOverSet = holdsSet(entries);
         bool found = false;
         for (const auto& each : entries) {
-            const auto path = each.entry.path().string();
-            if (each.isFolder()) {
-                found = addFolder(each.entry.path()) || found;
-            } else if (each.isXmlFile()) {
+            if (!goesOn_) {
+                break;
+            }
+            if (each.isFolder) {
+                found = addFolder(each.path) || found;
+            } else if (each.isXmlFile) {
                 found = true;
-                const auto file = each.entry.is_symlink(error) ? identity(path) : home + each.name;
-                if (!(passOverSet && isSetName(each.name)) && !setFiles_.contains(file)) {
-                    addFile(path, file);
+                auto file = each.isLink ? identity(each.path) : home + std::string(each.name());
+                if (!(passOverSet && isSetName(each.name())) && !setFiles_.contains(file)) {
+                    addFile(each.path, std::move(file));
                 }
             }
         }
         return found;
     }
 
-    std::set<std::string> setFiles_;
-    std::set<std::string> known_;
-    std::vector<MethodFile> files_;
+    std::unordered_set<std::string> setFiles_;
+    std::unordered_set<std::string> known_;
+    const std::function<bool(MethodFile)>* found_;
+    std::size_t told_ = 0;
+    bool goesOn_ = true;
 };
 
 }  // namespace
 
-std::vector<MethodFile> methodFiles(const std::vector<std::string>& arguments,
-                                    const std::vector<std::string>& setFiles) {
-    Collector collector(setFiles);
-    for (const auto& argument : arguments) {
-        collector.add(argument);
+void findMethodFiles(const std::vector<std::string>& arguments, const std::vector<std::string>& setFiles,
+                     const std::function<bool(MethodFile)>& found) {
+    Finder finder(setFiles, found);
+    for (auto argument = arguments.begin(); argument != arguments.end() && finder.goesOn(); ++argument) {
+        finder.add(*argument);
     }
-    return collector.take();
 }
 
 }  // namespace vrn::cli

@@ -1,10 +1,10 @@
 #include "hosts/cli/MethodRun.h"
 
 #include <algorithm>
-#include <future>
-#include <memory>
+#include <filesystem>
 #include <new>
 #include <ostream>
+#include <system_error>
 
 #include "errors/Error.h"
 #include "hosts/cli/Jobs.h"
@@ -32,6 +32,26 @@ Outcome outcomeOf(const MethodRun& run, MethodWork& work, const MethodFile& file
     } catch (const std::exception& error) {
         return faultOutcome(file, displayName(file.path) + ": " + error.what(), json);
     }
+}
+
+// A set that cannot be used ends the call, which is for one thread to say.
+MethodWork madeIfPossible(const MethodRun& run) noexcept {
+    try {
+        return run.makeWork();
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+// How many threads can find something to do, as far as that can be told before folders are walked.
+unsigned usefulJobs(const MethodArguments& arguments) {
+    const auto isFolder = [](const std::string& path) {
+        std::error_code error;
+        return std::filesystem::is_directory(path, error);
+    };
+    const bool isAnyFolder = std::any_of(arguments.methods.begin(), arguments.methods.end(), isFolder);
+    return isAnyFolder ? arguments.jobs
+                       : static_cast<unsigned>(std::min<std::size_t>(arguments.jobs, arguments.methods.size()));
 }
 
 // Interruptions wait while something is being written.
@@ -68,41 +88,45 @@ Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json)
 }
 
 ExitStatus runOverMethods(const MethodRun& run) {
-    // Folders are walked while the first editor is made. That one is made here, where a set that cannot be used ends the call; the
-    // others are made on their own threads.
-    auto found = std::async(run.arguments.jobs > 1 ? std::launch::async : std::launch::deferred,
-                            [&run] { return methodFiles(run.arguments.methods, run.setFiles); });
-    auto first = run.makeWork();
-    const auto files = found.get();
-    const auto jobs = static_cast<unsigned>(std::clamp<std::size_t>(files.size(), 1, run.arguments.jobs));
-    std::vector<MethodWork> workers(jobs);
-    workers.front() = std::move(first);
     const InterruptGuard guard(run.writes);
-    Progress progress(run.console, files.size());
+    Progress progress(run.console);
     auto status = ExitStatus::Well;
+    std::size_t total = 0;
     std::size_t done = 0;
-    forEachInOrder<Outcome>(
-        files.size(), jobs,
-        [&](unsigned worker, std::size_t index) { return outcomeOf(run, workers[worker], files[index]); },
-        // Taking an editor down takes its time: each thread its own.
-        [&](unsigned worker) { workers[worker] = nullptr; },
-        [&](std::size_t /*index*/, Outcome outcome) {
-            status = worse(status, outcome.status);
-            ++done;
-            if (run.beforeOutput) {
-                run.beforeOutput(outcome);
-            }
-            if (!outcome.out.empty() || !outcome.err.empty()) {
-                progress.hide();
-                run.console.out << outcome.out << std::flush;
-                run.console.err << outcome.err << std::flush;
-            }
-            progress.show(done);
-        },
-        [&] { return guard.interrupted(); });
+    bool isCut = false;
+    Jobs<MethodFile, Outcome> jobs;
+    jobs.count = usefulJobs(run.arguments);
+    jobs.makeWork = [&](unsigned worker) {
+        return [&, work = worker == 0 ? run.makeWork() : madeIfPossible(run)](const MethodFile& file) mutable {
+            return outcomeOf(run, work, file);
+        };
+    };
+    jobs.find = [&](const std::function<bool(MethodFile)>& add) {
+        findMethodFiles(run.arguments.methods, run.setFiles, [&](MethodFile file) {
+            ++total;
+            isCut = !add(std::move(file));
+            return !isCut;
+        });
+        progress.setTotal(total);
+    };
+    jobs.take = [&](Outcome outcome) {
+        status = worse(status, outcome.status);
+        ++done;
+        if (run.beforeOutput) {
+            run.beforeOutput(outcome);
+        }
+        if (!outcome.out.empty() || !outcome.err.empty()) {
+            progress.hide();
+            run.console.out << outcome.out << std::flush;
+            run.console.err << outcome.err << std::flush;
+        }
+        progress.show(done);
+    };
+    jobs.stop = [&] { return guard.interrupted(); };
+    jobs.run();
     progress.hide();
-    if (done < files.size()) {
-        run.console.err << "vrnmethod: interrupted: " << done << " of " << counted(files.size(), "method") << " done\n";
+    if (done < total || isCut) {
+        run.console.err << "vrnmethod: interrupted: " << done << " of " << counted(total, "method") << " done\n";
         return ExitStatus::Interrupted;
     }
     return status;

@@ -33,7 +33,7 @@ struct MethodRun {
     const Console& console;
     const MethodArguments& arguments;
     std::vector<std::string> setFiles;           ///< no methods, though they lie in a folder of them
-    std::function<MethodWork()> makeWork;        ///< for each thread; the first time before there are others
+    std::function<MethodWork()> makeWork;        ///< called by each thread, side by side
     bool writes = false;                         ///< an interruption waits for the method at hand
     std::function<void(Outcome&)> beforeOutput;  ///< may look at every outcome, in order, and take its output away
 };

@@ -18,12 +18,11 @@ constexpr std::size_t longestBar = 40;
 
 }  // namespace
 
-Progress::Progress(const Console& console, std::size_t total)
-    : console_(&console), total_(total), enabled_(console.errIsTerminal && total > 1) {}
+Progress::Progress(const Console& console) : console_(&console), enabled_(console.errIsTerminal) {}
 
 void Progress::show(std::size_t done) {
     const auto now = Clock::now();
-    if (!enabled_ || now - started_ < patience || now - shown_ < pause) {
+    if (!enabled_ || total_ <= 1 || now - started_ < patience || now - shown_ < pause) {
         return;
     }
     shown_ = now;

@@ -1,4 +1,3 @@
-#include <optional>
 #include <ostream>
 
 #include "hosts/cli/Checker.h"
@@ -92,13 +91,9 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
     arguments.methods.json = arguments.format == "json";
     const bool sarif = arguments.format == "sarif";
     const Style style(console.outHasColour);
-    // Read by the first to come, while the folders of methods are walked.
-    std::optional<SetTexts> set;
+    const auto set = readSet(arguments.set, console);
     const auto makeWork = [&]() -> MethodWork {
-        if (!set) {
-            set = readSet(arguments.set, console);
-        }
-        return [&, checker = std::make_shared<Checker>(*set)](const MethodFile& file) {
+        return [&, checker = std::make_shared<Checker>(set)](const MethodFile& file) {
             try {
                 const auto method = readXmlFile(file.path, console, "Method");
                 return outcomeOf(file, checker->check(method).findings, arguments, style);
@@ -118,7 +113,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
             outcome.out.clear();
         }
     };
-    const auto status = runOverMethods({console, arguments.methods, setFiles(arguments.set), makeWork, false, gather});
+    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
     if (sarif) {
         console.out << sarifDocument(results);
     } else if (arguments.format == "text") {
