@@ -18,7 +18,7 @@ const std::uint8_t* bytes(std::string_view text) { return reinterpret_cast<const
 }  // namespace
 
 Sha256 sha256(std::string_view data) {
-    sha256_ctx context;
+    sha256_ctx context{};
     sha256_init(&context);
     sha256_update(&context, data.size(), bytes(data));
     Sha256 digest{};
@@ -27,7 +27,7 @@ Sha256 sha256(std::string_view data) {
 }
 
 Sha256 hmacSha256(std::string_view key, std::string_view data) {
-    hmac_sha256_ctx context;
+    hmac_sha256_ctx context{};
     hmac_sha256_set_key(&context, key.size(), bytes(key));
     hmac_sha256_update(&context, data.size(), bytes(data));
     Sha256 code{};
@@ -43,7 +43,7 @@ std::string base64(const Sha256& value) {
 }
 
 bool decodeBase64(std::string_view digits, Sha256& value) {
-    base64_decode_ctx context;
+    base64_decode_ctx context{};
     base64_decode_init(&context);
     std::array<std::uint8_t, BASE64_DECODE_LENGTH(base64Length)> decoded{};
     auto length = decoded.size();
