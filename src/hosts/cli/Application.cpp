@@ -1,5 +1,6 @@
 #include "hosts/cli/Application.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 

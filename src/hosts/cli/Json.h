@@ -9,8 +9,6 @@ namespace vrn::cli {
 using Json = nlohmann::ordered_json;
 
 /// The value on one line, with line end.
-[[nodiscard]] inline std::string jsonLine(const Json& value) {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
+[[nodiscard]] std::string jsonLine(const Json& value);
 
 }  // namespace vrn::cli

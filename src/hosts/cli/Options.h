@@ -1,20 +1,20 @@
 // Options that several commands have, named and explained in one place.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
 #include <string_view>
 
+#include "hosts/cli/Command.h"
 #include "hosts/cli/Engine.h"
 #include "hosts/cli/MethodRun.h"
 #include "hosts/cli/Rewrite.h"
 
 namespace vrn::cli {
 
-void addSetOptions(CLI::App& command, SetArguments& set);
-void addMethodOptions(CLI::App& command, MethodArguments& methods);
-void addWriteOptions(CLI::App& command, WriteArguments& write);
+void addSetOptions(Command& command, SetArguments& set);
+void addMethodOptions(Command& command, MethodArguments& methods);
+void addWriteOptions(Command& command, WriteArguments& write);
 
 /// What a command of the tool works with, and how the call ended.
 struct Session {
@@ -24,7 +24,7 @@ struct Session {
 
 /// For a command that prints one text: adds `--json`, and gives what prints the text as it stands or, with that option, as an
 /// object that has it under `key`.
-[[nodiscard]] std::function<void(std::string_view text)> textPrinter(CLI::App& command, Session& session,
+[[nodiscard]] std::function<void(std::string_view text)> textPrinter(Command& command, Session& session,
                                                                      std::string key);
 
 }  // namespace vrn::cli

@@ -203,30 +203,28 @@ class Catalogue {
 }  // namespace
 
 void addCatalogue(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("catalogue", "Look up macros, objects and user-defined names");
+    Command command(tool, "catalogue", "Look up macros, objects and user-defined names");
     const auto arguments = std::make_shared<CatalogueArguments>();
-    command->add_option("WHAT", arguments->what, "macros, objects or names")
-        ->required()
-        ->type_name("")
-        ->check(CLI::IsMember({"macros", "objects", "names"}))
-        ->description("What to list: macros, objects or names");
+    command.option("WHAT", arguments->what, "What to list: macros, objects or names")
+        .required()
+        .metavar("")
+        .oneOf({"macros", "objects", "names"});
     command
-        ->add_option("TEXT", arguments->pattern,
-                     "Only what has this text in its name, type or description; case does not matter")
-        ->type_name("");
-    command
-        ->add_option("--syringe", arguments->syringe, "The syringe that ranges are told for; the first one otherwise")
-        ->type_name("NAME");
-    command->add_flag("--json", arguments->json, "Print one JSON object per entry, one a line");
-    addSetOptions(*command, arguments->set);
-    command->footer(
+        .option("TEXT", arguments->pattern,
+                "Only what has this text in its name, type or description; case does not matter")
+        .metavar("");
+    command.option("--syringe", arguments->syringe, "The syringe that ranges are told for; the first one otherwise")
+        .metavar("NAME");
+    command.flag("--json", arguments->json, "Print one JSON object per entry, one a line");
+    addSetOptions(command, arguments->set);
+    command.footer(
         "Without a text macros are listed by name and first line, with one by their parameters. A text that is\n"
         "the whole name of a macro shows that macro alone, lists in full. Exit status 1 when nothing is found.\n\n"
         "Examples:\n"
         "  vrnmethod catalogue macros WASH --set instrument/\n"
         "  vrnmethod catalogue macros LIQUID-INJ --syringe 100uL --set instrument/\n"
         "  vrnmethod catalogue names --set instrument/");
-    command->callback([arguments, &session] {
+    command.callback([arguments, &session] {
         const auto printed = Catalogue(session.console, *arguments).print();
         session.status = printed > 0 ? ExitStatus::Well : ExitStatus::Findings;
         if (printed == 0) {

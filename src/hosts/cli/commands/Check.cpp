@@ -125,34 +125,29 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
 }  // namespace
 
 void addCheck(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("check", "Find everything that is wrong with methods");
+    Command command(tool, "check", "Find everything that is wrong with methods");
     const auto arguments = std::make_shared<CheckArguments>();
-    addMethodOptions(*command, arguments->methods);
-    addSetOptions(*command, arguments->set);
-    command->add_option("--format", arguments->format, "How to tell")
-        ->check(CLI::IsMember({"text", "json", "sarif"}))
-        ->type_name("FORMAT")
-        ->capture_default_str();
-    command->add_option("--fail-on", arguments->failOn, "The mildest finding that gives exit status 1")
-        ->check(CLI::IsMember({"error", "warning", "note"}))
-        ->type_name("SEVERITY")
-        ->capture_default_str();
-    // Answers before the other options are asked for.
-    command->add_flag_callback(
-        "--list-codes",
-        [&session] {
-            listCodes(session.console);
-            throw CLI::Success();
-        },
+    addMethodOptions(command, arguments->methods);
+    addSetOptions(command, arguments->set);
+    command.option("--format", arguments->format, "How to tell")
+        .oneOf({"text", "json", "sarif"})
+        .metavar("FORMAT")
+        .showDefault();
+    command.option("--fail-on", arguments->failOn, "The mildest finding that gives exit status 1")
+        .oneOf({"error", "warning", "note"})
+        .metavar("SEVERITY")
+        .showDefault();
+    command.answer(
+        "--list-codes", [&session] { listCodes(session.console); },
         "List the codes of all findings and what they mean");
-    command->footer(
+    command.footer(
         "Looks at signature, version, syringe, every step's cycle and values, and the embedded cycles. Each\n"
         "finding has a code that stays the same from version to version. --json is --format json.\n\n"
         "Examples:\n"
         "  vrnmethod check --set instrument/ methods/\n"
         "  vrnmethod check --set instrument/ --jobs 4 --fail-on error methods/\n"
         "  vrnmethod check --set instrument/ --format sarif methods/ > methods.sarif");
-    command->callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
 }
 
 }  // namespace vrn::cli

@@ -145,24 +145,24 @@ ExitStatus printAudit(const Console& console, const DiffArguments& arguments) {
 }  // namespace
 
 void addDiff(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("diff", "Tell what changed between two methods");
+    Command command(tool, "diff", "Tell what changed between two methods");
     const auto arguments = std::make_shared<DiffArguments>();
-    command->add_option("OLD", arguments->before, "The method before")->required()->type_name("");
-    command->add_option("NEW", arguments->after, "The method after; either may be - for standard input")
-        ->required()
-        ->type_name("");
-    command->add_flag("--audit", arguments->audit,
-                      "Print the editor's audit trail document instead; needs the document set");
-    command->add_flag("--json", arguments->json, "Print one JSON object");
-    addSetOptions(*command, arguments->set);
-    command->footer(
+    command.option("OLD", arguments->before, "The method before").required().metavar("");
+    command.option("NEW", arguments->after, "The method after; either may be - for standard input")
+        .required()
+        .metavar("");
+    command.flag("--audit", arguments->audit,
+                 "Print the editor's audit trail document instead; needs the document set");
+    command.flag("--json", arguments->json, "Print one JSON object");
+    addSetOptions(command, arguments->set);
+    command.footer(
         "Steps are matched by their cycles, values by the names of their parameters. \"~\" marks a step that\n"
         "changed, \"+\" one that is new, \"-\" one that is gone. Exit status 1 when there is a difference.\n\n"
         "Examples:\n"
         "  vrnmethod diff method.xml.bak method.xml\n"
         "  git show HEAD:method.xml | vrnmethod diff - method.xml\n"
         "  vrnmethod diff --audit --set instrument/ old.xml new.xml");
-    command->callback([arguments, &session] {
+    command.callback([arguments, &session] {
         session.status =
             arguments->audit ? printAudit(session.console, *arguments) : printDiff(session.console, *arguments);
     });

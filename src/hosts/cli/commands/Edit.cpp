@@ -137,28 +137,28 @@ class Editing {
 }  // namespace
 
 void addEdit(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("edit", "Change a method by a script");
+    Command command(tool, "edit", "Change a method by a script");
     const auto arguments = std::make_shared<EditArguments>();
-    command->add_option("METHOD", arguments->method, "Method file, or - for standard input")->required()->type_name("");
-    command->add_option("--script", arguments->script, "File with the edits, or - for standard input")
-        ->required()
-        ->type_name("FILE");
+    command.option("METHOD", arguments->method, "Method file, or - for standard input").required().metavar("");
+    command.option("--script", arguments->script, "File with the edits, or - for standard input")
+        .required()
+        .metavar("FILE");
     command
-        ->add_option("--audit", arguments->audit,
-                     "Write the audit trail document of the changes to this file, - for standard output")
-        ->type_name("FILE");
-    command->add_flag("-f,--force", arguments->force, "Write even what check would call an error");
-    command->add_flag("--json", arguments->json, "Print one JSON object");
-    addSetOptions(*command, arguments->set);
-    addWriteOptions(*command, arguments->write);
-    command->footer(
+        .option("--audit", arguments->audit,
+                "Write the audit trail document of the changes to this file, - for standard output")
+        .metavar("FILE");
+    command.flag("-f,--force", arguments->force, "Write even what check would call an error");
+    command.flag("--json", arguments->json, "Print one JSON object");
+    addSetOptions(command, arguments->set);
+    addWriteOptions(command, arguments->write);
+    command.footer(
         std::string(editScriptHelp) +
         "\n\nEvery edit passes the checks of the editor's window. The file is written when all of them went through,\n"
         "and stays as it is otherwise.\n\n"
         "Examples:\n"
         "  vrnmethod edit method.xml --script changes.txt --set instrument/ --audit audit.xml\n"
         "  echo 'set 2 Volume=5' | vrnmethod edit method.xml --script - --set instrument/");
-    command->callback([arguments, &session] { session.status = Editing(session.console, *arguments).run(); });
+    command.callback([arguments, &session] { session.status = Editing(session.console, *arguments).run(); });
 }
 
 }  // namespace vrn::cli

@@ -8,13 +8,13 @@ namespace {
 
 void addEmbedding(CLI::App& tool, Session& session, EmbedPurpose purpose, const char* name, const char* summary,
                   const char* footer) {
-    auto* const command = tool.add_subcommand(name, summary);
+    Command command(tool, name, summary);
     const auto arguments = std::make_shared<EmbedArguments>();
-    addMethodOptions(*command, arguments->methods);
-    addSetOptions(*command, arguments->set);
-    addWriteOptions(*command, arguments->write);
-    command->footer(footer);
-    command->callback(
+    addMethodOptions(command, arguments->methods);
+    addSetOptions(command, arguments->set);
+    addWriteOptions(command, arguments->write);
+    command.footer(footer);
+    command.callback(
         [arguments, purpose, &session] { session.status = embedMethods(session.console, *arguments, purpose); });
 }
 

@@ -5,14 +5,13 @@
 namespace vrn::cli {
 
 void addKey(CLI::App& tool, Session& session) {
-    auto* const command =
-        tool.add_subcommand("key", "Print the key of method signatures, as standard verifiers want it");
-    command->footer(
+    Command command(tool, "key", "Print the key of method signatures, as standard verifiers want it");
+    command.footer(
         "The key is public: a signature shows that a method was changed outside the editor, not who changed it.\n\n"
         "Example:\n"
         "  vrnmethod key > key.txt && xmlsec1 --verify --hmackey:vrnMethodEditor key.txt METHOD.xml");
-    const auto print = textPrinter(*command, session, "key");
-    command->callback([print] {
+    const auto print = textPrinter(command, session, "key");
+    command.callback([print] {
         services::EmbeddedSignatureV4 component;
         print(services::signatureKeyV4(component));
     });

@@ -6,19 +6,19 @@
 namespace vrn::cli {
 
 void addSchema(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("schema", "Print an XML Schema of a kind of document");
+    Command command(tool, "schema", "Print an XML Schema of a kind of document");
     const auto kind = std::make_shared<std::string>();
-    command->add_option("DOCUMENT", *kind, "The kind: macros, objects, config, method or audit")
-        ->required()
-        ->type_name("")
-        ->check(CLI::IsMember({"macros", "objects", "config", "method", "audit"}));
-    command->footer(
+    command.option("DOCUMENT", *kind, "The kind: macros, objects, config, method or audit")
+        .required()
+        .metavar("")
+        .oneOf({"macros", "objects", "config", "method", "audit"});
+    command.footer(
         "A schema tells the form of a document; what its values are worth on an instrument, check tells.\n\n"
         "Examples:\n"
         "  vrnmethod schema method > method.xsd\n"
         "  xmllint --noout --schema method.xsd methods/*.xml");
-    const auto print = textPrinter(*command, session, "schema");
-    command->callback([kind, print] {
+    const auto print = textPrinter(command, session, "schema");
+    command.callback([kind, print] {
         static const std::map<std::string, std::string_view> schemas{{"macros", macrosSchema},
                                                                      {"objects", objectsSchema},
                                                                      {"config", configSchema},

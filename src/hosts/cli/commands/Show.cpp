@@ -180,17 +180,17 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
 }  // namespace
 
 void addShow(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("show", "Show what methods do: steps, values, ranges");
+    Command command(tool, "show", "Show what methods do: steps, values, ranges");
     const auto arguments = std::make_shared<ShowArguments>();
-    addMethodOptions(*command, arguments->methods);
-    addSetOptions(*command, arguments->set);
-    command->footer(
+    addMethodOptions(command, arguments->methods);
+    addSetOptions(command, arguments->set);
+    command.footer(
         "Every parameter stands with its value, its unit, and its range or list on the instrument of the\n"
         "document set; \"!\" marks what is not valid there today. Exit status 0 all the same: check judges.\n\n"
         "Examples:\n"
         "  vrnmethod show --set instrument/ method.xml\n"
         "  vrnmethod show --set instrument/ --json methods/ | jq -r '.file + \": \" + .syringe'");
-    command->callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
 }
 
 }  // namespace vrn::cli

@@ -118,20 +118,20 @@ ExitStatus run(const Console& console, const SignArguments& arguments) {
 }  // namespace
 
 void addSign(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("sign", "Sign methods as they stand");
+    Command command(tool, "sign", "Sign methods as they stand");
     const auto arguments = std::make_shared<SignArguments>();
-    addMethodOptions(*command, arguments->methods);
-    addSetOptions(*command, arguments->set);
-    addWriteOptions(*command, arguments->write);
-    command->add_flag("-f,--force", arguments->force, "Sign whatever check has to say; no document set is needed then");
-    command->footer(
+    addMethodOptions(command, arguments->methods);
+    addSetOptions(command, arguments->set);
+    addWriteOptions(command, arguments->write);
+    command.flag("-f,--force", arguments->force, "Sign whatever check has to say; no document set is needed then");
+    command.footer(
         "Methods of version 04 that are not intact get a new signature, the others stay untouched. What check\n"
         "calls an error is not signed. A method from standard input goes to standard output.\n\n"
         "Examples:\n"
         "  vrnmethod sign --set instrument/ edited.xml\n"
         "  vrnmethod sign --set instrument/ --dry-run methods/\n"
         "  vrnmethod sign --force --backup .bak edited.xml");
-    command->callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
 }
 
 }  // namespace vrn::cli

@@ -65,16 +65,16 @@ MethodWork verifier(const Console& console, bool json) {
 }  // namespace
 
 void addVerify(CLI::App& tool, Session& session) {
-    auto* const command = tool.add_subcommand("verify", "Tell whether methods are as the editor signed them");
+    Command command(tool, "verify", "Tell whether methods are as the editor signed them");
     const auto methods = std::make_shared<MethodArguments>();
-    addMethodOptions(*command, *methods);
-    command->footer(
+    addMethodOptions(command, *methods);
+    command.footer(
         "The signature alone is looked at, so no document set is needed. It shows that a method was changed\n"
         "outside the editor, not who changed it. Exit status 1 when a method is not intact.\n\n"
         "Examples:\n"
         "  vrnmethod verify methods/\n"
         "  vrnmethod verify --json methods/ | jq -r 'select(.status != \"intact\") | .file'");
-    command->callback([methods, &session] {
+    command.callback([methods, &session] {
         const auto& console = session.console;
         session.status = runOverMethods(
             {console, *methods, {}, [&console, &methods] { return verifier(console, methods->json); }, false, {}});

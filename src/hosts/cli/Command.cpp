@@ -1,0 +1,70 @@
+#include "hosts/cli/Command.h"
+
+#include <CLI/CLI.hpp>
+
+namespace vrn::cli {
+
+const Option& Option::required() const {
+    option_->required();
+    return *this;
+}
+
+const Option& Option::metavar(const std::string& name) const {
+    option_->type_name(name);
+    return *this;
+}
+
+const Option& Option::group(const std::string& heading) const {
+    option_->group(heading);
+    return *this;
+}
+
+const Option& Option::oneOf(const std::vector<std::string>& values) const {
+    option_->check(CLI::IsMember(values));
+    return *this;
+}
+
+const Option& Option::within(unsigned least, unsigned most) const {
+    option_->check(CLI::Range(least, most).description(""));
+    return *this;
+}
+
+const Option& Option::showDefault() const {
+    option_->capture_default_str();
+    return *this;
+}
+
+Command::Command(CLI::App& tool, const std::string& name, const std::string& summary)
+    : app_(tool.add_subcommand(name, summary)) {}
+
+Option Command::option(const std::string& names, std::string& variable, const std::string& description) {
+    return Option(*app_->add_option(names, variable, description));
+}
+
+Option Command::option(const std::string& names, std::vector<std::string>& variable, const std::string& description) {
+    return Option(*app_->add_option(names, variable, description));
+}
+
+Option Command::option(const std::string& names, unsigned& variable, const std::string& description) {
+    return Option(*app_->add_option(names, variable, description));
+}
+
+Option Command::flag(const std::string& names, bool& variable, const std::string& description) {
+    return Option(*app_->add_flag(names, variable, description));
+}
+
+void Command::answer(const std::string& name, const std::function<void()>& print, const std::string& description) {
+    app_->add_flag_callback(
+        name,
+        [print] {
+            print();
+            throw CLI::Success();
+        },
+        description);
+}
+
+void Command::footer(const std::string& text) { app_->footer(text); }
+
+void Command::callback(const std::function<void()>& run) { app_->callback(run); }
+
+}  // namespace vrn::cli
