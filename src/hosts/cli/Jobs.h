@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -40,19 +41,12 @@ namespace detail {
 template <typename Item, typename Result>
 class Crew {
   public:
-    explicit Crew(const Jobs<Item, Result>& jobs) : jobs_(jobs), othersWorking_(jobs.count - 1) {}
+    explicit Crew(const Jobs<Item, Result>& jobs) : jobs_(jobs) {}
 
     void run() {
         std::vector<std::jthread> threads;
-        for (unsigned worker = 1; worker < jobs_.count; ++worker) {
-            threads.emplace_back([this, worker] {
-                workOn(jobs_.makeWork(worker), [] {});
-                const std::scoped_lock lock(mutex_);
-                --othersWorking_;
-                finished_.notify_one();
-            });
-        }
         try {
+            begin(threads);
             auto work = jobs_.makeWork(0);
             jobs_.find([this](Item item) {
                 add(std::move(item));
@@ -74,6 +68,28 @@ class Crew {
         std::size_t number = 0;
         std::vector<Item> items;
     };
+
+    void begin(std::vector<std::jthread>& threads) {
+        threads.reserve(jobs_.count - 1);
+        for (unsigned worker = 1; worker < jobs_.count; ++worker) {
+            addToOthers(1);
+            try {
+                threads.emplace_back([this, worker] {
+                    workOn(jobs_.makeWork(worker), [] {});
+                    addToOthers(-1);
+                    finished_.notify_one();
+                });
+            } catch (const std::system_error&) {
+                addToOthers(-1);
+                break;  // the system gives no more threads: those that there are will do
+            }
+        }
+    }
+
+    void addToOthers(int change) {
+        const std::scoped_lock lock(mutex_);
+        othersWorking_ += change;
+    }
 
     void add(Item item) {
         const std::scoped_lock lock(mutex_);
@@ -162,7 +178,7 @@ class Crew {
     std::condition_variable finished_;
     std::map<std::size_t, std::vector<Result>> results_;  // by the batch's number
     std::size_t due_ = 0;                                 // the batch whose turn it is
-    unsigned othersWorking_;
+    int othersWorking_ = 0;
 };
 
 }  // namespace detail

@@ -5,6 +5,7 @@
 #include <new>
 #include <ostream>
 #include <system_error>
+#include <thread>
 
 #include "errors/Error.h"
 #include "hosts/cli/Jobs.h"
@@ -97,9 +98,11 @@ ExitStatus runOverMethods(const MethodRun& run) {
     Jobs<MethodFile, Outcome> jobs;
     jobs.count = usefulJobs(run.arguments);
     jobs.makeWork = [&](unsigned worker) {
-        return [&, work = worker == 0 ? run.makeWork() : madeIfPossible(run)](const MethodFile& file) mutable {
-            return outcomeOf(run, work, file);
-        };
+        // Where there are more threads than processors, some may find nothing to do: those make theirs when they do.
+        const bool isEager = worker < std::max(1U, std::thread::hardware_concurrency());
+        return [&, work = worker == 0 ? run.makeWork()
+                          : isEager   ? madeIfPossible(run)
+                                      : nullptr](const MethodFile& file) mutable { return outcomeOf(run, work, file); };
     };
     jobs.find = [&](const std::function<bool(MethodFile)>& add) {
         findMethodFiles(run.arguments.methods, run.setFiles, [&](MethodFile file) {
