@@ -33,9 +33,10 @@ TEST(Output, NoTextMovesTheCursor) {
 }
 
 // Finds the numbers below `count`.
-std::function<void(const std::function<bool(int)>&)> numbersBelow(int count) {
-    return [count](const std::function<bool(int)>& add) {
-        for (int i = 0; i < count && add(i); ++i) {
+std::function<void(const std::function<void(int)>&)> numbersBelow(int count) {
+    return [count](const std::function<void(int)>& add) {
+        for (int i = 0; i < count; ++i) {
+            add(i);
         }
     };
 }
@@ -96,17 +97,41 @@ TEST(Jobs, OthersWorkWhileMoreIsFound) {
         };
     };
     int taken = 0;
-    jobs.find = [&](const std::function<bool(int)>& add) {
-        (void)add(0);
+    jobs.find = [&](const std::function<void(int)>& add) {
+        add(0);
         while (!isFirstDone) {
             std::this_thread::yield();
         }
-        (void)add(1);
+        add(1);
     };
     jobs.take = [&](int number) { EXPECT_EQ(number, taken++); };
     jobs.stop = [] { return false; };
     jobs.run();
     EXPECT_EQ(taken, 2);
+}
+
+TEST(Jobs, AnExceptionOnAnyThreadEndsAllAndIsTold) {
+    for (const bool isHere : {true, false}) {
+        std::atomic<int> begun = 0;
+        const auto caller = std::this_thread::get_id();
+        Jobs<int, int> jobs;
+        jobs.count = 3;
+        jobs.makeWork = [&](unsigned) {
+            return [&](int number) {
+                ++begun;
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                if ((std::this_thread::get_id() == caller) == isHere) {
+                    throw Fault("no memory");
+                }
+                return number;
+            };
+        };
+        jobs.find = numbersBelow(1000);
+        jobs.take = [](int) {};
+        jobs.stop = [] { return false; };
+        EXPECT_THROW(jobs.run(), Fault);
+        EXPECT_LT(begun, 1000);
+    }
 }
 
 TEST(Jobs, NothingBeginsWhenThisThreadCannot) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
+#include <exception>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -15,8 +17,8 @@
 
 namespace vrn::cli {
 
-/// What is to be done with things of a kind. Only on this thread may anything throw; it ends all, at the latest with the thing at
-/// hand on each thread.
+/// What is to be done with things of a kind. An exception on any thread ends all, with the thing at hand on each, and goes to the
+/// caller.
 template <typename Item, typename Result>
 struct Jobs {
     unsigned count = 1;  ///< threads, this one among them
@@ -24,8 +26,8 @@ struct Jobs {
     /// Makes what a thread works with; called by each, side by side. Worker 0 is this thread: nothing is worked on before it is ready.
     /// Let go of as soon as there is no more to do.
     std::function<std::function<Result(const Item&)>(unsigned worker)> makeWork;
-    /// Names the things, on this thread, while others already work on the first. `add` answers whether to go on.
-    std::function<void(const std::function<bool(Item)>& add)> find;
+    /// Names the things, on this thread, while others already work on the first.
+    std::function<void(const std::function<void(Item)>& add)> find;
     /// Gets the results, on this thread, in order of the things.
     std::function<void(Result)> take;
     /// Once it answers true, no further work begins; what was done by then is taken.
@@ -48,16 +50,17 @@ class Crew {
         try {
             begin(threads);
             auto work = jobs_.makeWork(0);
-            jobs_.find([this](Item item) {
-                add(std::move(item));
-                return !jobs_.stop();
-            });
-            endOfQueue(true);
+            jobs_.find([this](Item item) { add(std::move(item)); });
+            endOfQueue();
             workOn(std::move(work), [this] { takeWhatIsThere(); });
             takeTheRest();
         } catch (...) {
-            endOfQueue(false);
+            isCancelled_ = true;
+            endOfQueue();
             throw;
+        }
+        if (failure_) {
+            std::rethrow_exception(failure_);
         }
     }
 
@@ -75,7 +78,11 @@ class Crew {
             addToOthers(1);
             try {
                 threads.emplace_back([this, worker] {
-                    workOn(jobs_.makeWork(worker), [] {});
+                    try {
+                        workOn(jobs_.makeWork(worker), [] {});
+                    } catch (...) {
+                        fail(std::current_exception());
+                    }
                     addToOthers(-1);
                     finished_.notify_one();
                 });
@@ -97,14 +104,19 @@ class Crew {
         queued_.notify_one();
     }
 
-    void endOfQueue(bool isWorthDoing) {
+    void endOfQueue() {
         const std::scoped_lock lock(mutex_);
-        if (!isWorthDoing) {
-            queue_.clear();
-        }
         isQueueComplete_ = true;
         queued_.notify_all();
     }
+
+    void fail(std::exception_ptr failure) {
+        const std::scoped_lock lock(mutex_);
+        failure_ = std::move(failure);
+        isCancelled_ = true;
+    }
+
+    [[nodiscard]] bool isOver() const { return isCancelled_ || jobs_.stop(); }
 
     // Empty when there will be no more. Batches become smaller towards the end, so that all threads come to it together.
     Batch nextBatch() {
@@ -121,14 +133,14 @@ class Crew {
     }
 
     void workOn(Work work, const auto& afterEach) {
-        while (!jobs_.stop()) {
+        while (!isOver()) {
             const auto batch = nextBatch();
             if (batch.items.empty()) {
                 break;
             }
             std::vector<Result> results;
             for (const auto& item : batch.items) {
-                if (!results.empty() && jobs_.stop()) {
+                if (!results.empty() && isOver()) {
                     break;
                 }
                 results.push_back(work(item));
@@ -179,6 +191,8 @@ class Crew {
     std::map<std::size_t, std::vector<Result>> results_;  // by the batch's number
     std::size_t due_ = 0;                                 // the batch whose turn it is
     int othersWorking_ = 0;
+    std::exception_ptr failure_;  // of another thread
+    std::atomic<bool> isCancelled_ = false;
 };
 
 }  // namespace detail
@@ -191,10 +205,7 @@ void Jobs<Item, Result>::run() const {
     }
     const auto work = makeWork(0);
     std::vector<Item> items;
-    find([&](Item item) {
-        items.push_back(std::move(item));
-        return !stop();
-    });
+    find([&items](Item item) { items.push_back(std::move(item)); });
     for (auto item = items.cbegin(); item != items.cend() && !stop(); ++item) {
         take(work(*item));
     }

@@ -69,7 +69,7 @@ bool holdsSet(const std::vector<Entry>& entries) {
 
 class Finder {
   public:
-    Finder(const std::vector<std::string>& setFiles, const std::function<bool(MethodFile)>& found) : found_(&found) {
+    Finder(const std::vector<std::string>& setFiles, const std::function<void(MethodFile)>& found) : found_(&found) {
         for (const auto& path : setFiles) {
             setFiles_.insert(identity(path));
         }
@@ -89,8 +89,6 @@ class Finder {
         }
     }
 
-    [[nodiscard]] bool goesOn() const { return goesOn_; }
-
   private:
     // What two names of one file have in common.
     static std::string identity(const std::string& path) {
@@ -107,7 +105,7 @@ class Finder {
 
     void tell(MethodFile file) {
         ++told_;
-        goesOn_ = goesOn_ && (*found_)(std::move(file));
+        (*found_)(std::move(file));
     }
 
     // Whether it holds XML files at all, wanted or not.
@@ -122,9 +120,6 @@ class Finder {
         const bool passOverSet = holdsSet(entries);
         bool found = false;
         for (const auto& each : entries) {
-            if (!goesOn_) {
-                break;
-            }
             if (each.isFolder) {
                 found = addFolder(each.path) || found;
             } else if (each.isXmlFile) {
@@ -140,18 +135,17 @@ class Finder {
 
     std::unordered_set<std::string> setFiles_;
     std::unordered_set<std::string> known_;
-    const std::function<bool(MethodFile)>* found_;
+    const std::function<void(MethodFile)>* found_;
     std::size_t told_ = 0;
-    bool goesOn_ = true;
 };
 
 }  // namespace
 
 void findMethodFiles(const std::vector<std::string>& arguments, const std::vector<std::string>& setFiles,
-                     const std::function<bool(MethodFile)>& found) {
+                     const std::function<void(MethodFile)>& found) {
     Finder finder(setFiles, found);
-    for (auto argument = arguments.begin(); argument != arguments.end() && finder.goesOn(); ++argument) {
-        finder.add(*argument);
+    for (const auto& argument : arguments) {
+        finder.add(argument);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <new>
+#include <optional>
 #include <ostream>
 #include <system_error>
 #include <thread>
@@ -58,22 +59,10 @@ unsigned usefulJobs(const MethodArguments& arguments) {
 // Interruptions wait while something is being written.
 class InterruptGuard {
   public:
-    explicit InterruptGuard(bool active) : active_(active) {
-        if (active_) {
-            system::deferInterrupts();
-        }
-    }
+    InterruptGuard() { system::deferInterrupts(); }
     InterruptGuard(const InterruptGuard&) = delete;
     InterruptGuard& operator=(const InterruptGuard&) = delete;
-    ~InterruptGuard() {
-        if (active_) {
-            system::restoreInterrupts();
-        }
-    }
-    [[nodiscard]] bool interrupted() const { return active_ && system::interrupted(); }
-
-  private:
-    bool active_;
+    ~InterruptGuard() { system::restoreInterrupts(); }
 };
 
 }  // namespace
@@ -89,12 +78,11 @@ Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json)
 }
 
 ExitStatus runOverMethods(const MethodRun& run) {
-    const InterruptGuard guard(run.writes);
+    std::optional<InterruptGuard> guard;
     Progress progress(run.console);
     auto status = ExitStatus::Well;
     std::size_t total = 0;
     std::size_t done = 0;
-    bool isCut = false;
     Jobs<MethodFile, Outcome> jobs;
     jobs.count = usefulJobs(run.arguments);
     jobs.makeWork = [&](unsigned worker) {
@@ -104,12 +92,21 @@ ExitStatus runOverMethods(const MethodRun& run) {
                           : isEager   ? madeIfPossible(run)
                                       : nullptr](const MethodFile& file) mutable { return outcomeOf(run, work, file); };
     };
-    jobs.find = [&](const std::function<bool(MethodFile)>& add) {
+    jobs.find = [&](const std::function<void(MethodFile)>& add) {
+        std::vector<MethodFile> toWrite;
         findMethodFiles(run.arguments.methods, run.setFiles, [&](MethodFile file) {
             ++total;
-            isCut = !add(std::move(file));
-            return !isCut;
+            if (run.writes) {
+                toWrite.push_back(std::move(file));
+            } else {
+                add(std::move(file));
+            }
         });
+        // What is written may lie in a folder that is still to be read: backups are no methods.
+        if (run.writes) {
+            guard.emplace();
+            std::for_each(toWrite.begin(), toWrite.end(), [&add](MethodFile& file) { add(std::move(file)); });
+        }
         progress.setTotal(total);
     };
     jobs.take = [&](Outcome outcome) {
@@ -125,10 +122,10 @@ ExitStatus runOverMethods(const MethodRun& run) {
         }
         progress.show(done);
     };
-    jobs.stop = [&] { return guard.interrupted(); };
+    jobs.stop = [&run] { return run.writes && system::interrupted(); };
     jobs.run();
     progress.hide();
-    if (done < total || isCut) {
+    if (done < total) {
         run.console.err << "vrnmethod: interrupted: " << done << " of " << counted(total, "method") << " done\n";
         return ExitStatus::Interrupted;
     }

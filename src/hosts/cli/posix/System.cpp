@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -21,9 +22,11 @@ namespace vrn::cli::system {
 
 namespace {
 
-volatile std::sig_atomic_t interruptFlag = 0;
+// Set by a signal, read by every thread.
+std::atomic<bool> interruptFlag = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
 
-extern "C" void noteInterrupt(int /*signal*/) { interruptFlag = 1; }
+extern "C" void noteInterrupt(int /*signal*/) { interruptFlag = true; }
 
 constexpr std::array<int, 3> interrupts{SIGINT, SIGTERM, SIGHUP};
 
@@ -204,7 +207,7 @@ void replaceFile(const std::string& path, std::string_view content, const std::s
 }
 
 void deferInterrupts() noexcept {
-    interruptFlag = 0;
+    interruptFlag = false;
     for (const int signal : interrupts) {
         (void)std::signal(signal, noteInterrupt);
     }
@@ -219,6 +222,6 @@ void restoreInterrupts() noexcept {
     (void)std::signal(SIGPIPE, SIG_DFL);
 }
 
-bool interrupted() noexcept { return interruptFlag != 0; }
+bool interrupted() noexcept { return interruptFlag; }
 
 }  // namespace vrn::cli::system
