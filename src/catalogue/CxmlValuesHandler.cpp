@@ -116,7 +116,7 @@ std::string CxmlValuesHandler::atomText(const xml::Document& objectList, const s
         // The first child stands for the name, whatever it is.
         const auto children = contentChildren(candidate);
         for (std::size_t i = 1; i < children.size(); ++i) {
-            lines += children[i].text();
+            lines += children[i].text;
             lines += text::crlf;
         }
         break;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "errors/Error.h"
 #include "text/Ansi.h"
@@ -38,16 +39,29 @@ std::string withoutClosingSeparator(std::string list) {
 
 }  // namespace
 
-std::vector<xml::Node> contentChildren(const xml::Node& parent) {
-    std::vector<xml::Node> children;
-    for (auto node = parent.firstChild(); node;) {
-        const auto kind = node.kind();
-        auto next = node.nextSibling();
-        if (kind != xml::NodeKind::Comment && kind != xml::NodeKind::ProcessingInstruction) {
-            children.push_back(std::move(node));
+std::vector<ContentChild> contentChildren(const xml::Node& parent) {
+    std::vector<ContentChild> children;
+    std::string bare;
+    const auto closeBare = [&] {
+        if (!bare.empty()) {
+            children.push_back({{}, std::exchange(bare, {})});
         }
-        node = std::move(next);
+    };
+    for (auto node = parent.firstChild(); node; node = node.nextSibling()) {
+        switch (node.kind()) {
+            case xml::NodeKind::Element:
+                closeBare();
+                children.push_back({node, node.text()});
+                break;
+            case xml::NodeKind::Text:
+            case xml::NodeKind::CData:
+                bare += node.text();
+                break;
+            default:
+                break;
+        }
     }
+    closeBare();
     return children;
 }
 
@@ -240,9 +254,9 @@ const std::vector<std::string>& ArgumentsIndex::namesOfKey(const std::string& ke
     auto [entry, isNew] = names_.try_emplace(key);
     if (isNew) {
         for (const auto& element : elements) {
-            for (const auto& node : contentChildren(element)) {
-                if (auto name = node.text(); !name.empty() && name != key) {
-                    entry->second.push_back(std::move(name));
+            for (auto& child : contentChildren(element)) {
+                if (!child.text.empty() && child.text != key) {
+                    entry->second.push_back(std::move(child.text));
                 }
             }
         }

@@ -112,8 +112,15 @@ class ArgumentsIndex {
     mutable std::optional<std::unordered_map<std::string, std::string>> keyByName_;
 };
 
-/// The child nodes that carry content: comments and processing instructions are left out.
-[[nodiscard]] std::vector<xml::Node> contentChildren(const xml::Node& parent);
+/// What a node holds that is read as one item: a child element, or a run of bare text.
+struct ContentChild {
+    xml::Node element;  ///< none for bare text
+    std::string text;   ///< of an element as reading gives it, bare text as it stands
+};
+
+/// The items among a node's children. Comments and processing instructions are none, and part no text; nor do the borders of
+/// CDATA sections, and a text without characters is none: documents that a signature cannot tell apart read the same.
+[[nodiscard]] std::vector<ContentChild> contentChildren(const xml::Node& parent);
 
 /// The child elements of this name, none when there is no parent.
 [[nodiscard]] std::vector<xml::Node> childrenNamed(const xml::Node& parent, std::string_view name);

@@ -41,8 +41,8 @@ std::string categoryKey(std::string_view field0) {
 std::vector<std::string> definitionTexts(const xml::Node& macro) {
     std::vector<std::string> texts;
     if (const auto variables = macro.child("Variables")) {
-        for (const auto& node : contentChildren(variables)) {
-            texts.push_back(node.text());
+        for (auto& child : contentChildren(variables)) {
+            texts.push_back(std::move(child.text));
         }
     }
     return texts;

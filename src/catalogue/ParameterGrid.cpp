@@ -10,6 +10,7 @@
 #include "method/Enabling.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
+#include "text/Unicode.h"
 #include "xml/Serialiser.h"
 
 namespace vrn::catalogue {
@@ -24,7 +25,7 @@ std::string descriptionOf(const xml::Node& macro) {
     std::string lines;
     if (const auto description = macro.child("Description")) {
         for (const auto& line : contentChildren(description)) {
-            lines += line.text();
+            lines += line.text;
             lines += text::crlf;
         }
     }
@@ -37,7 +38,8 @@ std::string atomLineOf(const xml::Node& macro) {
     const auto atoms = macro.child("Atom");
     for (const auto& atom : childrenNamed(atoms, "AtomValue")) {
         line += line.empty() ? "<ATOM>" : "\r\n<ATOM>";
-        xml::appendEscapedText(line, atom.text());
+        // Nothing looks at white space at its ends, and a text of that alone would not survive every library.
+        xml::appendEscapedText(line, text::trimXmlSpace(atom.text()));
         line += "</ATOM>";
     }
     return line;

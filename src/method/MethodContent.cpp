@@ -20,14 +20,10 @@ std::string cycleName(std::string_view text) {
     return std::string(text.substr(prefix.size(), text.size() - prefix.size() - 1));
 }
 
-// Calls `look` with each node of the sequence that may be a step, and its text.
-template <typename Look>
-void forEachInSequence(const xml::Document& method, Look look) {
-    if (const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable")) {
-        for (const auto& node : catalogue::contentChildren(sequence)) {
-            look(node, node.text());
-        }
-    }
+// What the sequence holds, steps or not.
+std::vector<catalogue::ContentChild> sequenceOf(const xml::Document& method) {
+    const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable");
+    return sequence ? catalogue::contentChildren(sequence) : std::vector<catalogue::ContentChild>();
 }
 
 // An element without text is how an empty sequence is written: no step.
@@ -39,7 +35,7 @@ std::string descriptionOf(const xml::Document& method) {
     std::string lines;
     if (const auto description = method.selectSingleNode("Method/Description")) {
         for (const auto& line : catalogue::contentChildren(description)) {
-            lines += line.text();
+            lines += line.text;
             lines += text::crlf;
         }
     }
@@ -48,23 +44,23 @@ std::string descriptionOf(const xml::Document& method) {
 
 std::vector<std::string> stepTexts(const xml::Document& method) {
     std::vector<std::string> texts;
-    forEachInSequence(method, [&](const xml::Node& /*node*/, std::string text) {
-        if (isStep(text)) {
-            texts.push_back(std::move(text));
+    for (auto& child : sequenceOf(method)) {
+        if (isStep(child.text)) {
+            texts.push_back(std::move(child.text));
         }
-    });
+    }
     return texts;
 }
 
 std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method) {
     std::vector<std::optional<std::size_t>> elements;
     std::size_t next = 0;
-    forEachInSequence(method, [&](const xml::Node& node, const std::string& text) {
-        const auto element = node.kind() == xml::NodeKind::Element ? std::optional(next++) : std::nullopt;
-        if (isStep(text)) {
+    for (const auto& child : sequenceOf(method)) {
+        const auto element = child.element ? std::optional(next++) : std::nullopt;
+        if (isStep(child.text)) {
             elements.push_back(element);
         }
-    });
+    }
     return elements;
 }
 
@@ -88,12 +84,12 @@ std::vector<EmbeddedCycle> embeddedCycles(const xml::Document& method) {
     if (!data) {
         return cycles;
     }
-    for (const auto& node : catalogue::contentChildren(data)) {
-        const auto kind = node.name();
+    for (auto& child : catalogue::contentChildren(data)) {
+        const auto kind = child.element ? child.element.name() : std::string();
         if (kind == "MacroName") {
-            cycles.push_back({cycleName(node.text()), {}});
+            cycles.push_back({cycleName(child.text), {}});
         } else if (kind == "MacroLine" && !cycles.empty()) {
-            cycles.back().definitions.push_back(node.text());
+            cycles.back().definitions.push_back(std::move(child.text));
         }
     }
     return cycles;

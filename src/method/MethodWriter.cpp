@@ -6,6 +6,7 @@
 #include "method/MethodText.h"
 #include "method/Timestamps.h"
 #include "text/Lists.h"
+#include "text/Unicode.h"
 #include "xml/Serialiser.h"
 
 namespace vrn::method {
@@ -18,7 +19,7 @@ constexpr std::string_view defaultConfigObject =
 
 std::string element(std::string_view name, std::string_view text) {
     std::string out = "<" + std::string(name) + ">";
-    xml::appendEscapedText(out, text);
+    xml::appendContent(out, text);
     return out + "</" + std::string(name) + ">\r\n";
 }
 
@@ -45,11 +46,8 @@ void appendStep(std::string& text, const MethodMacroEntry& step) {
         text += emptyStep;
         return;
     }
-    auto values = ConvertDescription(step.MacroName + "(" +
-                                     text::join(step.MacroValues.value_or(std::vector<std::string>()), ",") + ")");
-    // A bare CR would be read back as LF.
-    text::replaceAll(values, "\r", "&#13;");
-    text += "<MacroValues>" + values + "</MacroValues>\r\n";
+    text += element("MacroValues", step.MacroName + "(" +
+                                       text::join(step.MacroValues.value_or(std::vector<std::string>()), ",") + ")");
 }
 
 Sequence sequenceOf(const EditorState& state) {
@@ -69,6 +67,11 @@ Sequence sequenceOf(const EditorState& state) {
     }
     sequence.names = text::join(distinct, ";");
     return sequence;
+}
+
+// The category of a user-defined name as reading leaves it: the method's own record is asked first when it is built again.
+std::string objectName(EditorState& state, const xml::Document& configuration, const std::string& udon) {
+    return std::string(text::trimXmlSpace(catalogue::GetPredUnitName(state, configuration, udon)));
 }
 
 std::string assemble(EditorState& state, const Sequence& sequence) {
@@ -159,13 +162,13 @@ std::string OneMaroData(EditorState& state, const std::string& name, const Udons
         data += "</MacroName>\r\n";
         for (const auto& line : catalogue::definitionTexts(macro)) {
             data += "<MacroLine>";
-            xml::appendCData(data, line);
+            xml::appendCData(data, text::trimXmlSpace(line).empty() ? std::string_view() : line);
             data += "</MacroLine>\r\n";
         }
         if (const auto used = udons.find(name); used != udons.end() && !used->second.names().empty()) {
             std::vector<std::string> categories;
             for (const auto& udon : used->second.names()) {
-                categories.push_back(catalogue::GetPredUnitName(state, state.domConfig, udon));
+                categories.push_back(objectName(state, state.domConfig, udon));
             }
             configObjects =
                 FillLocalConfigXml(state, text::join(categories, ";"), text::join(used->second.names(), ";"));
@@ -198,9 +201,10 @@ void AppendArgumentsNode(EditorState& state, const xml::Document& method, std::s
             lines.emplace_back();
         }
         const auto node = method.createElement("Description");
-        for (auto& line : lines) {
+        for (const auto& line : lines) {
             const auto lineNode = node.appendChild(method.createElement("DescriptionLine"));
-            lineNode.setText(ConvertDescription(std::move(line)));
+            // As reading leaves it: white space at the ends does not come back, and a line of nothing else must leave no text.
+            lineNode.setText(ConvertDescription(std::string(text::trimXmlSpace(line))));
         }
         (void)method.selectSingleNode("/Method").insertBefore(node, method.selectSingleNode("/Method/Syringe"));
     });
@@ -212,8 +216,7 @@ void AppendArgumentsNode(EditorState& state, const xml::Document& method, const 
         const auto arguments = method.createElement("Arguments");
         for (const auto& udon : udons) {
             const auto object = arguments.appendChild(method.createElement("OBJECT"));
-            object.appendChild(method.createElement("OBJECTNAME"))
-                .setText(catalogue::GetPredUnitName(state, configuration, udon));
+            object.appendChild(method.createElement("OBJECTNAME")).setText(objectName(state, configuration, udon));
             object.appendChild(method.createElement("UDON")).setText(udon);
         }
         (void)method.selectSingleNode("/Method").insertBefore(arguments, method.selectSingleNode("/Method/VERSION"));

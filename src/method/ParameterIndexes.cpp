@@ -58,27 +58,32 @@ MacroDataLines::MacroDataLines(const xml::Document& method) {
     }
 }
 
-void FindIndexOfParamInMacroData(const MacroDataLines& lines, const std::string& parameterText, std::int16_t position,
-                                 std::vector<std::string>& indexList) {
+std::vector<std::string> PositionsInMacroData(const MacroDataLines& lines, const std::string& parameterText,
+                                              std::int16_t position) {
     const auto items = text::split(text::replacedAll(text::replacedAll(parameterText, "(", ""), ")", ""), ",");
-    if (position < 1 || std::cmp_greater(position, items.size())) {
-        return;
+    std::vector<std::string> positions;
+    if (lines.searches == 0 || position < 1 || std::cmp_greater(position, items.size())) {
+        return positions;
     }
     const auto wanted = text::trimBlanks(items[static_cast<std::size_t>(position) - 1]);
-    for (std::size_t search = 0; search < lines.searches; ++search) {
-        for (std::size_t i = 0; i < lines.texts.size(); ++i) {
-            if (text::contains(lines.texts[i], wanted)) {
-                indexList.push_back(std::to_string(i));
-            }
+    for (std::size_t i = 0; i < lines.texts.size(); ++i) {
+        if (text::contains(lines.texts[i], wanted)) {
+            positions.push_back(std::to_string(i));
         }
     }
+    return positions;
 }
 
 void FindIndexOfParamInMacroData(const std::string& methodText, const std::string& parameterText, std::int16_t position,
                                  std::vector<std::string>& indexList) {
     xml::Document method;
-    if (method.loadXML(methodText)) {
-        FindIndexOfParamInMacroData(MacroDataLines(method), parameterText, position, indexList);
+    if (!method.loadXML(methodText)) {
+        return;
+    }
+    const MacroDataLines lines(method);
+    const auto positions = PositionsInMacroData(lines, parameterText, position);
+    for (std::size_t search = 0; search < lines.searches; ++search) {
+        indexList.insert(indexList.end(), positions.begin(), positions.end());
     }
 }
 

@@ -32,14 +32,16 @@ struct MacroDataLines {
     explicit MacroDataLines(const xml::Document& method);
 
     std::vector<std::string> texts;
-    std::size_t searches =
-        0;  ///< how often a search goes through them: once for every piece between "+" that has no "-"
+    std::size_t searches = 0;  ///< one for every piece between "+" that has no "-"; all find the same
 };
 
-/// Adds to the list the positions of the lines that contain item `position` (from 1) of a parameter text such as "(Hold Time)".
-void FindIndexOfParamInMacroData(const MacroDataLines& lines, const std::string& parameterText, std::int16_t position,
-                                 std::vector<std::string>& indexList);
-/// The same for a method as text; one that is not well-formed leaves the list alone.
+/// The positions of the lines that contain item `position` (from 1) of a parameter text such as "(Hold Time)", each once; none when
+/// the lines are not searched at all.
+[[nodiscard]] std::vector<std::string> PositionsInMacroData(const MacroDataLines& lines,
+                                                            const std::string& parameterText, std::int16_t position);
+
+/// Adds these positions to the list once for every search. A list that is only asked whether a position is in it is better
+/// made from `PositionsInMacroData`. A method that is not well-formed leaves the list alone.
 void FindIndexOfParamInMacroData(const std::string& methodText, const std::string& parameterText, std::int16_t position,
                                  std::vector<std::string>& indexList);
 

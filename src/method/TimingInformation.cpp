@@ -80,7 +80,8 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
         if (!arguments.empty()) {
             const MacroDataLines lines(reduced);
             for (const auto& argument : arguments) {
-                FindIndexOfParamInMacroData(lines, argument, 1, indexes);
+                const auto positions = PositionsInMacroData(lines, argument, 1);
+                indexes.insert(indexes.end(), positions.begin(), positions.end());
             }
         }
         if (const auto step = root.selectSingleNode("Macros/MacroVariable/MacroValues")) {

@@ -100,9 +100,12 @@ void VRN_MethodEditor::SetXmlDocuments(std::string_view domMacros, std::string_v
 std::optional<xml::Document> VRN_MethodEditor::GetMethodXml() noexcept { return method::GetMethodXml(*state_); }
 
 bool VRN_MethodEditor::MethodIsChanged() {
-    // Storing the user's edits for the build may set the flag: it counts only what the build shows.
-    const auto built = method::BuildMethod(*state_);
-    state_->IsChanged = built && !text::equalInAnsi(state_->domMethodBaseline.xml(), built->xml());
+    state_->IsChanged = false;
+    // The build takes what the user has entered and sets the flag for it. Where no document comes of it, that is the answer:
+    // a host that asks before it closes must not lose an entry that could not be stored.
+    if (const auto built = method::BuildMethod(*state_)) {
+        state_->IsChanged = !text::equalInAnsi(state_->domMethodBaseline.xml(), built->xml());
+    }
     return state_->IsChanged;
 }
 

@@ -8,7 +8,8 @@
 
 namespace vrn::text {
 
-/// The text in the ANSI code page. Characters that it does not have become its substitute character, "?".
+/// The text in the ANSI code page. A character that it does not have becomes its substitute character, "?", once for each UTF-16
+/// unit of the character.
 [[nodiscard]] std::string toAnsi(std::string_view utf8);
 [[nodiscard]] std::string fromAnsi(std::string_view ansi);
 

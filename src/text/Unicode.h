@@ -28,6 +28,15 @@ void appendCodePoint(std::string& out, char32_t codePoint);
 /// Blank, TAB, LF or CR.
 [[nodiscard]] constexpr bool isXmlSpace(char c) noexcept { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
+inline constexpr std::string_view xmlSpace = " \t\n\r";
+
+/// The text without XML's white space at both ends.
+[[nodiscard]] constexpr std::string_view trimXmlSpace(std::string_view text) noexcept {
+    const auto first = text.find_first_not_of(xmlSpace);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(xmlSpace) + 1 - first);
+}
+
 /// How many UTF-16 units the text takes; bytes that are not UTF-8 count one each.
 [[nodiscard]] std::size_t utf16Length(std::string_view utf8) noexcept;
 

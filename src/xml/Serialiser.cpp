@@ -96,6 +96,55 @@ void appendProtectedSpace(std::string& out, std::string_view text) {
     appendEscaped(out, text.substr(1), textEscapes);
 }
 
+constexpr std::string_view cdataOpening = "<![CDATA[";
+constexpr std::string_view cdataClosing = "]]>";
+
+void appendCDataContent(std::string& out, std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text.substr(at).starts_with(cdataClosing)) {
+            out.append("]]").append(cdataClosing).append(cdataOpening).append(">");
+            at += cdataClosing.size() - 1;
+        } else {
+            out.push_back(text[at]);
+        }
+    }
+}
+
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+// The character at this place or, from one of its inner bytes, around it.
+Span characterAt(std::string_view text, std::size_t at) {
+    const auto isInner = [text](std::size_t i) { return (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80U; };
+    Span character{at, at + 1};
+    while (character.begin > 0 && isInner(character.begin)) {
+        --character.begin;
+    }
+    while (character.end < text.size() && isInner(character.end)) {
+        ++character.end;
+    }
+    return character;
+}
+
+// What leaves a section together with a carriage return, which no section can hold: all up to the next character that is no
+// white space or, where none follows, all from the last one. A text of the carriage return alone would be dropped by
+// libraries that drop layout. Where there is nothing but white space, it does stand alone.
+Span spanOfReturn(std::string_view text, std::size_t carriageReturn) {
+    const std::size_t lastByte = text.find_last_not_of(text::xmlSpace);
+    if (lastByte == std::string_view::npos) {
+        return {carriageReturn, carriageReturn + 1};
+    }
+    Span last = characterAt(text, lastByte);
+    last.end = std::max(last.end, text.rfind('\r') + 1);
+    if (carriageReturn > last.begin) {
+        return last;
+    }
+    const Span next = characterAt(text, text.find_first_not_of(text::xmlSpace, carriageReturn));
+    return {carriageReturn, next.begin == last.begin ? last.end : next.end};
+}
+
 }  // namespace
 
 std::string serialise(const Node& node) {
@@ -119,21 +168,31 @@ void appendEscapedText(std::string& out, std::string_view text) {
 }
 
 void appendCData(std::string& out, std::string_view text) {
-    constexpr std::string_view opening = "<![CDATA[";
-    constexpr std::string_view closing = "]]>";
-    out += opening;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text.substr(at).starts_with(closing)) {
-            out.append("]]").append(closing).append(opening).append(">");
-            at += closing.size() - 1;
-        } else if (text[at] == '\r') {
-            // A section cannot hold it: a parse would make it LF.
-            out.append(closing).append("&#13;").append(opening);
-        } else {
-            out.push_back(text[at]);
-        }
+    out += cdataOpening;
+    std::size_t at = 0;
+    for (std::size_t carriageReturn = text.find('\r'); carriageReturn != std::string_view::npos;
+         carriageReturn = text.find('\r', at)) {
+        const Span plain = spanOfReturn(text, carriageReturn);
+        appendCDataContent(out, text.substr(at, plain.begin - at));
+        out += cdataClosing;
+        appendEscapedText(out, text.substr(plain.begin, plain.end - plain.begin));
+        out += cdataOpening;
+        at = plain.end;
     }
-    out += closing;
+    appendCDataContent(out, text.substr(at));
+    out += cdataClosing;
+}
+
+void appendContent(std::string& out, std::string_view text) {
+    const std::string_view kept = text::trimXmlSpace(text);
+    if (kept.empty()) {
+        return;
+    }
+    if (kept.size() == text.size()) {
+        appendEscapedText(out, text);
+    } else {
+        appendCData(out, text);
+    }
 }
 
 }  // namespace vrn::xml

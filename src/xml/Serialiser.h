@@ -16,7 +16,12 @@ namespace vrn::xml {
 /// Character data as it stands in XML text between tags: "&", "<", ">" and CR escaped, white-space-only text protected.
 void appendEscapedText(std::string& out, std::string_view text);
 
-/// A CDATA section; where the text holds "]]>" or CR it becomes more than one, so that no character is lost.
+/// A CDATA section; where the text holds "]]>" or CR it becomes more than one, so that no character is lost. Unless the text is
+/// white space alone, no piece between the sections is.
 void appendCData(std::string& out, std::string_view text);
+
+/// A text as the content of an element, so that reading gives it back whichever library the document passes through: as
+/// CDATA where its ends are white space, which reading would trim, and nothing for white space alone, which libraries drop.
+void appendContent(std::string& out, std::string_view text);
 
 }  // namespace vrn::xml

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "method/MethodContent.h"
 #include "method/MethodText.h"
 #include "method/SmallSet.h"
 
@@ -21,6 +22,37 @@ TEST_F(ReaderTest, DescriptionLines) {
     loadSteps({"IDLE()"}, {" a &amp;amp; b ", "", "&amp;lt; &amp;amp;lt; &lt;", "<x>1</x><!-- no -->2"});
     EXPECT_EQ(state().txtMethodDescription.text(), "a & b\r\n\r\n< &lt; <\r\n12\r\n");
     EXPECT_FALSE(state().IsChanged);
+}
+
+// Comments, empty sections and the borders of sections are no part of what a signature covers.
+TEST_F(ReaderTest, WhatVerifiesReadsTheSame) {
+    loadSteps({"IDLE()"}, {"one", "two"});
+    auto set = smallSet({});
+    const auto saved = built();
+    const auto within = [&saved](std::string_view element, std::string_view inserted) {
+        auto text = saved;
+        return text.insert(text.find(element) + element.size(), inserted);
+    };
+    const std::vector<std::string> same{within("<Description>", "<![CDATA[]]>"),
+                                        within("</DescriptionLine>", "<!-- c -->"),
+                                        within("<DescriptionLine>o", "<!-- c -->"),
+                                        within("<DescriptionLine>o", "<![CDATA[]]>"),
+                                        within("<MacroVariable>", "<![CDATA[]]><!-- c --><![CDATA[]]>"),
+                                        within("IDL", "<!-- c -->"),
+                                        within("<MacroData>", "<![CDATA[]]>")};
+    for (const auto& text : same) {
+        SCOPED_TRACE(text);
+        set.method = text;
+        load(set);
+        EXPECT_THAT(errors, IsEmpty());
+        EXPECT_EQ(state().txtMethodDescription.text(), "one\r\ntwo\r\n");
+        EXPECT_THAT(rows(), ElementsAre("01 IDLE"));
+    }
+    // Bare text is one line, however it is written.
+    for (const std::string_view bare :
+         {"ab", "a<!-- c -->b", "a<![CDATA[b]]>", "<![CDATA[]]>a<!-- c --><![CDATA[]]>b"}) {
+        EXPECT_EQ(method::descriptionOf(parsed(element("Method", element("Description", bare)))), "ab\r\n") << bare;
+    }
 }
 
 TEST_F(ReaderTest, SyringeIsSelectedByItsText) {

@@ -51,6 +51,16 @@ TEST(ParameterIndexes, FindLooksThroughTheEmbeddedLines) {
     EXPECT_THROW(method::FindIndexOfParamInMacroData("<M/>", "(Time)", 1, list), errors::Error);
 }
 
+TEST(ParameterIndexes, PositionsStandOnceHoweverManySearchesThereAre) {
+    const auto positions = [](const std::string& line) {
+        const method::MacroDataLines lines(
+            parsed("<M><Macros><MacroData><MacroLine>a</MacroLine>" + line + "</MacroData></Macros></M>"));
+        return method::PositionsInMacroData(lines, "(a,b)", 1);
+    };
+    EXPECT_THAT(positions("<MacroLine>" + std::string(100000, '+') + "a</MacroLine>"), ElementsAre("0", "1"));
+    EXPECT_THAT(positions("<MacroLine>-a</MacroLine>"), ElementsAre());
+}
+
 class TimingTest : public SmallSetTest {
   protected:
     std::string identifier(const std::vector<std::string>& steps, const std::string& syringe = "10uL",

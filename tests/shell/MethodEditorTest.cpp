@@ -83,18 +83,19 @@ TEST_F(MethodEditorTest, ChangedIsWhatTheComparisonSays) {
     EXPECT_FALSE(state().IsChanged);
 }
 
-TEST_F(MethodEditorTest, NotChangedWhenNothingCanBeBuilt) {
+TEST_F(MethodEditorTest, WhereNothingCanBeBuiltAnAcceptedEntryIsAChange) {
     loadSteps({"WASH(5,W1,7)"});
     reload(built());
     state().grdMacro.userEdit(1, "x", false);
-    EXPECT_FALSE(editor().MethodIsChanged());
-    // The pending edit is accepted here, but another value does not pass.
+    EXPECT_FALSE(editor().MethodIsChanged()) << "a refused entry is over, and the method is as it was";
+    // The pending edit is accepted here, but another value does not pass, so that the entry cannot be stored.
     state().grdMacro.setCellText(3, 1, "x");
     state().grdMacro.userEdit(1, "6", false);
-    EXPECT_FALSE(editor().MethodIsChanged());
-    EXPECT_FALSE(state().IsChanged);
+    EXPECT_TRUE(editor().MethodIsChanged());
+    EXPECT_TRUE(state().IsChanged);
+    editor().MethodIsChanged(false);
     state().cmdDelete.userClick();
-    EXPECT_FALSE(editor().MethodIsChanged());
+    EXPECT_FALSE(editor().MethodIsChanged()) << "an empty sequence gives no document, and no entry was taken";
 }
 
 TEST_F(MethodEditorTest, WrittenAndReadAgainNothingChanges) {

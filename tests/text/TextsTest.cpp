@@ -58,6 +58,7 @@ TEST(Unicode, UpperCaseIsOneCharacterToOne) {
 
 TEST(Ansi, ConvertsByTheCodePage) {
     EXPECT_EQ(toAnsi("a€éŸ日\xFF"), "a\x80\xE9\x9F??");
+    EXPECT_EQ(toAnsi("😀b"), "??b") << "one for each UTF-16 unit";
     EXPECT_EQ(fromAnsi("\x80\xE9\x9F"), "€éŸ");
     std::string all;
     for (int byte = 0; byte < 256; ++byte) {

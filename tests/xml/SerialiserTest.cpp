@@ -43,6 +43,28 @@ TEST(Serialiser, SplitsCDataThatHoldsItsEnd) {
     }
 }
 
+TEST(Serialiser, PiecesBetweenSectionsAreNoLayout) {
+    EXPECT_EQ(cdata("a\rb"), "<![CDATA[a]]>&#13;b<![CDATA[]]>");
+    EXPECT_EQ(cdata("ab\r \n"), "<![CDATA[a]]>b&#13;<![CDATA[ \n]]>");
+    EXPECT_EQ(cdata("\r \r\xC3\xA4\r\r "), "<![CDATA[]]>&#13; &#13;\xC3\xA4&#13;&#13;<![CDATA[ ]]>");
+    EXPECT_EQ(cdata("\rab\r"), "<![CDATA[]]>&#13;a<![CDATA[]]>b&#13;<![CDATA[]]>");
+    EXPECT_EQ(cdata("\xE2\x82\xAC\r"), "<![CDATA[]]>\xE2\x82\xAC&#13;<![CDATA[]]>");
+}
+
+TEST(Serialiser, ContentIsWrittenAsReadingGivesItBack) {
+    const auto content = [](std::string_view text) {
+        std::string out;
+        appendContent(out, text);
+        return out;
+    };
+    EXPECT_EQ(content("a b<\r"), "<![CDATA[a b]]>&lt;&#13;<![CDATA[]]>");
+    EXPECT_EQ(content("a\rb&"), "a&#13;b&amp;");
+    EXPECT_EQ(content(" \t\r\n"), "");
+    for (const std::string text : {" a", "a\t", "\ra", "a\r", " \ra\r ", "a ]]> ", "\r]]>\r", "x"}) {
+        EXPECT_EQ(loaded("<a>" + content(text) + "</a>").documentElement().text(), text);
+    }
+}
+
 TEST(Serialiser, WritesNothingThatTheTreeDoesNotHave) {
     const std::string text = "<?xml version=\"1.0\"?><!--c--><a b=\"1\"><c/><d>x<e>y</e>z</d><?p?></a><?q r?>";
     EXPECT_EQ(loaded(text).xml(), text);

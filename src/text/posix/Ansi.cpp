@@ -15,12 +15,17 @@ constexpr std::array<char32_t, 32> high{0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 
                                         0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                         0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-char ansiOf(char32_t codePoint) {
+void appendAnsi(std::string& out, char32_t codePoint) {
     if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint <= 0xFF)) {
-        return static_cast<char>(static_cast<unsigned char>(codePoint));
+        out.push_back(static_cast<char>(static_cast<unsigned char>(codePoint)));
+        return;
     }
-    const auto* const found = std::find(high.begin(), high.end(), codePoint);
-    return found == high.end() ? '?' : static_cast<char>(static_cast<unsigned char>(0x80 + (found - high.begin())));
+    if (const auto* const found = std::find(high.begin(), high.end(), codePoint); found != high.end()) {
+        out.push_back(static_cast<char>(static_cast<unsigned char>(0x80 + (found - high.begin()))));
+        return;
+    }
+    // As Windows converts: one for each UTF-16 unit.
+    out.append(codePoint > 0xFFFF && codePoint != invalidCodePoint ? 2 : 1, '?');
 }
 
 }  // namespace
@@ -29,7 +34,7 @@ std::string toAnsi(std::string_view utf8) {
     std::string out;
     out.reserve(utf8.size());
     while (!utf8.empty()) {
-        out.push_back(ansiOf(takeCodePoint(utf8)));
+        appendAnsi(out, takeCodePoint(utf8));
     }
     return out;
 }
