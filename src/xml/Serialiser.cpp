@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <vector>
 
 #include "text/Unicode.h"
 #include "xml/Escape.h"
@@ -105,7 +106,7 @@ void appendCDataContent(std::string& out, std::string_view text) {
             out.append("]]").append(cdataClosing).append(cdataOpening).append(">");
             at += cdataClosing.size() - 1;
         } else {
-            out.push_back(text[at]);
+            out.push_back(text[at] == '\r' ? '\n' : text[at]);
         }
     }
 }
@@ -115,34 +116,36 @@ struct Span {
     std::size_t end = 0;
 };
 
-// The character at this place or, from one of its inner bytes, around it.
-Span characterAt(std::string_view text, std::size_t at) {
-    const auto isInner = [text](std::size_t i) { return (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80U; };
-    Span character{at, at + 1};
-    while (character.begin > 0 && isInner(character.begin)) {
-        --character.begin;
+// The carriage return at this place, all white space around it and the characters next to that; empty, at the end of the text, when
+// there is no such character on one side.
+Span betweenCharacters(std::string_view text, std::size_t carriageReturn) {
+    const auto isInner = [text](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };
+    Span span{text.find_last_not_of(text::xmlSpace, carriageReturn),
+              text.find_first_not_of(text::xmlSpace, carriageReturn)};
+    if (span.begin == std::string_view::npos || span.end == std::string_view::npos) {
+        return {text.size(), text.size()};
     }
-    while (character.end < text.size() && isInner(character.end)) {
-        ++character.end;
+    while (span.begin > 0 && isInner(span.begin)) {
+        --span.begin;
     }
-    return character;
+    do {
+        ++span.end;
+    } while (span.end < text.size() && isInner(span.end));
+    return span;
 }
 
-// What leaves a section together with a carriage return, which no section can hold: all up to the next character that is no
-// white space or, where none follows, all from the last one. A text of the carriage return alone would be dropped by
-// libraries that drop layout. Where there is nothing but white space, it does stand alone.
-Span spanOfReturn(std::string_view text, std::size_t carriageReturn) {
-    const std::size_t lastByte = text.find_last_not_of(text::xmlSpace);
-    if (lastByte == std::string_view::npos) {
-        return {carriageReturn, carriageReturn + 1};
+// Where the text has to leave the section for its carriage returns, which no section can hold.
+std::vector<Span> spansOfReturns(std::string_view text) {
+    std::vector<Span> spans;
+    for (auto at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
+        const Span span = betweenCharacters(text, at);
+        if (!spans.empty() && span.begin < spans.back().end) {
+            spans.back().end = std::max(spans.back().end, span.end);
+        } else if (span.begin < span.end) {
+            spans.push_back(span);
+        }
     }
-    Span last = characterAt(text, lastByte);
-    last.end = std::max(last.end, text.rfind('\r') + 1);
-    if (carriageReturn > last.begin) {
-        return last;
-    }
-    const Span next = characterAt(text, text.find_first_not_of(text::xmlSpace, carriageReturn));
-    return {carriageReturn, next.begin == last.begin ? last.end : next.end};
+    return spans;
 }
 
 }  // namespace
@@ -168,16 +171,14 @@ void appendEscapedText(std::string& out, std::string_view text) {
 }
 
 void appendCData(std::string& out, std::string_view text) {
-    out += cdataOpening;
     std::size_t at = 0;
-    for (std::size_t carriageReturn = text.find('\r'); carriageReturn != std::string_view::npos;
-         carriageReturn = text.find('\r', at)) {
-        const Span plain = spanOfReturn(text, carriageReturn);
-        appendCDataContent(out, text.substr(at, plain.begin - at));
+    out += cdataOpening;
+    for (const Span& span : spansOfReturns(text)) {
+        appendCDataContent(out, text.substr(at, span.begin - at));
         out += cdataClosing;
-        appendEscapedText(out, text.substr(plain.begin, plain.end - plain.begin));
+        appendEscapedText(out, text.substr(span.begin, span.end - span.begin));
         out += cdataOpening;
-        at = plain.end;
+        at = span.end;
     }
     appendCDataContent(out, text.substr(at));
     out += cdataClosing;

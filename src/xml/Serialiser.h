@@ -16,8 +16,9 @@ namespace vrn::xml {
 /// Character data as it stands in XML text between tags: "&", "<", ">" and CR escaped, white-space-only text protected.
 void appendEscapedText(std::string& out, std::string_view text);
 
-/// A CDATA section; where the text holds "]]>" or CR it becomes more than one, so that no character is lost. Unless the text is
-/// white space alone, no piece between the sections is.
+/// A CDATA section; where the text holds "]]>" or CR it becomes more than one. A CR between other characters stands escaped in a
+/// text with its neighbours: libraries drop layout, and some take what begins or ends with an escaped CR for it. A CR in
+/// the white space at an end becomes LF.
 void appendCData(std::string& out, std::string_view text);
 
 /// A text as the content of an element, so that reading gives it back whichever library the document passes through: as
