@@ -31,6 +31,10 @@ inline constexpr int gridHeaderId = 200;         ///< windows inside the grid
 inline constexpr int gridTextEditorId = 201;
 inline constexpr int gridListEditorId = 202;
 
+/// A window property that description, list and grid have while they are read-only: they can be scrolled and copied from, but
+/// the user can change nothing and select no other step. The windows of other controls are disabled instead.
+inline constexpr const wchar_t* readOnlyProperty = L"vrnMethodReadOnly";
+
 [[nodiscard]] constexpr std::size_t indexOf(ControlId id) noexcept {
     return static_cast<std::size_t>(static_cast<int>(id) - static_cast<int>(ControlId::fraMethodEditor));
 }

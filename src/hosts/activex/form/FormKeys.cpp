@@ -31,10 +31,15 @@ int FormWindows::orderOf(HWND handle) const noexcept {
     return found == tabOrder_.end() ? -1 : static_cast<int>(found - tabOrder_.begin());
 }
 
+// In a form that is too small for everything, some controls have no place.
+bool FormWindows::placedVisibly(const Peer& peer) const noexcept {
+    return !placed_ || !layout_.of(peer.controlId()).empty();
+}
+
 Peer* FormWindows::peerFrom(int start, int step) const noexcept {
     for (int i = start; i >= 0 && i < static_cast<int>(tabOrder_.size()); i += step) {
         auto* const peer = tabOrder_[static_cast<std::size_t>(i)];
-        if (peer->takesFocus()) {
+        if (peer->takesFocus() && placedVisibly(*peer)) {
             return peer;
         }
     }

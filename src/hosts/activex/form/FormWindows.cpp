@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "hosts/activex/form/FormMeasures.h"
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/Naming.h"
 #include "text/windows/Wide.h"
@@ -46,6 +47,7 @@ LRESULT RootWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETTINGCHANGE:
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
+        case WM_FONTCHANGE:
             events_.appearanceChanged();
             return 0;
         case static_cast<UINT>(Later::SettleFocus):
@@ -86,7 +88,7 @@ FormWindows::FormWindows(shell::VRN_MethodEditor& editor, FormSite& site, HINSTA
       fraArgument_(*this, state_.fraArgument, ControlId::fraArgument),
       grdMacro_(*this, state_.grdMacro, ControlId::grdMacro),
       lblCycleDateChanged_(*this, state_.lblCycleDateChanged, ControlId::lblCycleDateChanged),
-      txtToolTip_(*this, state_.txtToolTip, ControlId::txtToolTip),
+      txtToolTip_(*this, state_.txtToolTip, ControlId::txtToolTip, grdMacro_),
       mnuUserIndex_(*this, state_.mnuUserIndex),
       peers_{&root_,
              &fraMethodDescription_,
@@ -215,28 +217,20 @@ void FormWindows::appearanceChanged() {
     }
 }
 
-Layout FormWindows::places() const noexcept {
+Layout FormWindows::places() {
     RECT client{};
     GetClientRect(root_.handle(), &client);
     const WindowContext context(root_.handle());
-    LayoutInput input;
-    input.client = {client.right, client.bottom};
-    input.dpi = look_.dpi;
-    input.textHeight = textSize(context.get(), look_.font).lineHeight;
+    auto input = measuredTexts(context.get(), {client.right, client.bottom}, look_, state_);
     input.comboHeight = cboSyringe_.closedHeight();
-    input.initialCycle = state_.cmdDefCycle.visible();
-    if (state_.lblCycleDateChanged.visible()) {
-        const Selected font(context.get(), look_.font);
-        const auto notice = windowText(lblCycleDateChanged_.handle());
-        RECT size{0, 0, noticeWidth(client.right, look_.dpi), 0};
-        DrawTextW(context.get(), notice.c_str(), -1, &size, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
-        input.noticeHeight = size.bottom;
-    }
+    input.listRowHeight = lstMethodMacroList_.rowHeight();
+    input.gridRowHeight = grdMacro_.rowHeight();
+    input.gridHeaderHeight = grdMacro_.headerHeight();
     return layOut(input);
 }
 
 bool FormWindows::changes(ControlId id, const Layout& layout) const noexcept {
-    return !placed_ || EqualRect(&layout_.of(id), &layout.of(id)) == FALSE;
+    return !placed_ || !(layout_.of(id) == layout.of(id));
 }
 
 // The windows of one frame move together, and only those that have to.
@@ -249,8 +243,8 @@ void FormWindows::apply(const Layout& layout) const noexcept {
                 !changes(id, layout)) {
                 continue;
             }
-            RECT place = layout.of(id);
-            if (peer == &cboSyringe_ || peer == &cboSelectedMacro_) {
+            RECT place = toRect(layout.of(id));
+            if ((peer == &cboSyringe_ || peer == &cboSelectedMacro_) && !layout.of(id).empty()) {
                 // The height of a drop-down list is that of its open state.
                 place.bottom = place.top + scaled(dropDownHeight, look_.dpi);
             }
@@ -270,10 +264,15 @@ void FormWindows::placesChanged() noexcept {
         return;
     }
     placing_ = true;
-    const auto layout = places();
-    apply(layout);
-    layout_ = layout;
-    placed_ = true;
+    try {
+        const auto layout = places();
+        apply(layout);
+        layout_ = layout;
+        placed_ = true;
+    } catch (...) {
+        // Short of memory: everything stays where it is until the next time.
+        placed_ = false;
+    }
     placing_ = false;
 }
 

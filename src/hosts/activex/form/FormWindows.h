@@ -94,8 +94,9 @@ class FormWindows final : public Session, private FormEvents {
     /// The controls that assistive technology knows by the captions of their frames.
     [[nodiscard]] std::array<const Peer*, 4> named() const noexcept;
     void renewLook();
-    [[nodiscard]] Layout places() const noexcept;
+    [[nodiscard]] Layout places();
     void apply(const Layout& layout) const noexcept;
+    [[nodiscard]] bool placedVisibly(const Peer& peer) const noexcept;
     /// Whether a window stands elsewhere in this layout than it does now.
     [[nodiscard]] bool changes(ControlId id, const Layout& layout) const noexcept;
     [[nodiscard]] bool owns(HWND handle) const noexcept;

@@ -2,14 +2,16 @@
 
 #include <vssym32.h>
 
+#include <algorithm>
+
 #include "hosts/activex/form/Metrics.h"
 
 namespace vrn::activex {
 
 namespace {
 
-constexpr int captionInset = 8;  // lengths at 96 dpi
-constexpr int captionPadding = 3;
+constexpr int captionPadding = 3;  // at 96 dpi
+constexpr UINT captionFormat = DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
 
 UniqueTheme themeOf(const Look& look, HWND window, const wchar_t* part) noexcept {
     return UniqueTheme(look.themed && window != nullptr ? OpenThemeData(window, part) : nullptr);
@@ -24,32 +26,37 @@ void paintLine(HDC context, const RECT& line, bool enabled, HTHEME theme) noexce
     }
 }
 
-void paintCaption(HDC context, const RECT& place, const std::wstring& caption, bool enabled, HTHEME theme) noexcept {
+// What a frame holds can be read while it cannot be used; so can its caption.
+void paintCaption(HDC context, const RECT& place, const std::wstring& caption, HTHEME theme) noexcept {
     RECT text = place;
     SetBkMode(context, TRANSPARENT);
     if (theme != nullptr) {
-        DrawThemeText(theme, context, BP_GROUPBOX, enabled ? GBS_NORMAL : GBS_DISABLED, caption.c_str(), -1,
-                      DT_SINGLELINE | DT_NOPREFIX, 0, &text);
+        DrawThemeText(theme, context, BP_GROUPBOX, GBS_NORMAL, caption.c_str(), -1, captionFormat, 0, &text);
         return;
     }
-    SetTextColor(context, GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    DrawTextW(context, caption.c_str(), -1, &text, DT_SINGLELINE | DT_NOPREFIX);
+    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+    DrawTextW(context, caption.c_str(), -1, &text, captionFormat);
 }
 
 }  // namespace
+
+RECT groupCaption(HDC context, const RECT& place, const std::wstring& caption, const Look& look) noexcept {
+    const int inset = std::min(scaled(frameCaptionInset, look.dpi), widthOf(place) / 2);
+    RECT text = place;
+    text.left += inset;
+    text.right = std::min<LONG>(text.left + textWidth(context, caption), place.right - inset);
+    text.bottom = text.top + textSize(context, look.font).lineHeight;
+    return text;
+}
 
 void paintGroupBox(HDC context, const RECT& place, const std::wstring& caption, bool enabled, const Look& look,
                    HWND window) {
     FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
     const auto theme = themeOf(look, window, L"BUTTON");
     const Selected font(context, look.font);
-    const int lineHeight = textSize(context, look.font).lineHeight;
-    RECT text = place;
-    text.left += scaled(captionInset, look.dpi);
-    text.right = text.left + textWidth(context, caption);
-    text.bottom = text.top + lineHeight;
+    const RECT text = groupCaption(context, place, caption, look);
     RECT line = place;
-    line.top += lineHeight / 2;
+    line.top += heightOf(text) / 2;
     {
         const int saved = SaveDC(context);
         const int padding = scaled(captionPadding, look.dpi);
@@ -57,7 +64,7 @@ void paintGroupBox(HDC context, const RECT& place, const std::wstring& caption, 
         paintLine(context, line, enabled, theme.get());
         RestoreDC(context, saved);
     }
-    paintCaption(context, text, caption, enabled, theme.get());
+    paintCaption(context, text, caption, theme.get());
 }
 
 void paintFieldBorder(HDC context, const RECT& place, bool enabled, const Look& look, HWND window) {

@@ -9,6 +9,9 @@
 
 namespace vrn::activex {
 
+/// Where the caption of a group box stands. The box's font must be selected.
+[[nodiscard]] RECT groupCaption(HDC context, const RECT& place, const std::wstring& caption, const Look& look) noexcept;
+
 /// Draws a group box with its line and caption. `window` lends its theme; null draws as without one.
 void paintGroupBox(HDC context, const RECT& place, const std::wstring& caption, bool enabled, const Look& look,
                    HWND window);

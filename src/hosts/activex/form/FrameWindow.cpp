@@ -1,6 +1,7 @@
 #include "hosts/activex/form/FrameWindow.h"
 
 #include "hosts/activex/form/FramePaint.h"
+#include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/Owners.h"
 #include "text/windows/Wide.h"
 
@@ -12,6 +13,26 @@ Window::Making FrameWindow::making(HWND parent) const {
 }
 
 void FrameWindow::lookChanged() { InvalidateRect(handle(), nullptr, FALSE); }
+
+Tip FrameWindow::tipAt(POINT place) {
+    Tip tip;
+    HWND const below = ChildWindowFromPointEx(handle(), place, CWP_SKIPINVISIBLE);
+    if (auto* const control = below == handle() ? nullptr : session().windowOf(below)) {
+        MapWindowPoints(handle(), below, &place, 1);
+        tip = control->tipAt(place);
+        MapWindowPoints(below, handle(), reinterpret_cast<POINT*>(&tip.area), 2);
+        return tip;
+    }
+    RECT client{};
+    GetClientRect(handle(), &client);
+    const WindowContext context(handle());
+    const Selected font(context.get(), look().font);
+    const RECT caption = groupCaption(context.get(), client, caption_, look());
+    if (textWidth(context.get(), caption_) > widthOf(caption) && PtInRect(&caption, place) != FALSE) {
+        tip = {caption, caption_};
+    }
+    return tip;
+}
 
 void FrameWindow::paint(HDC context) {
     RECT client{};
@@ -40,6 +61,13 @@ LRESULT FrameWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 model_.userMouseMove();
             }
             return 0;
+        case WM_CTLCOLORLISTBOX:
+            if (const auto* const control = session().windowOf(reinterpret_cast<HWND>(lParam)); control != nullptr) {
+                if (HBRUSH const brush = control->ground(reinterpret_cast<HDC>(wParam)); brush != nullptr) {
+                    return reinterpret_cast<LRESULT>(brush);
+                }
+            }
+            break;
         case WM_COMMAND:
             if (auto* const control = session().windowOf(reinterpret_cast<HWND>(lParam)); control != nullptr) {
                 control->onCommand(HIWORD(wParam));

@@ -14,6 +14,8 @@ class FrameWindow : public Peer {
     FrameWindow(Session& session, controls::Frame& model, ControlId id) noexcept
         : Peer(session, model, id), model_(model) {}
     void lookChanged() override;
+    /// The caption's, or that of a disabled control below the mouse, which gets no messages of its own.
+    [[nodiscard]] Tip tipAt(POINT place) override;
 
   protected:
     [[nodiscard]] Making making(HWND parent) const override;

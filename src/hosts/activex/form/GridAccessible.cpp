@@ -150,9 +150,12 @@ HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
         return result;
     }
     const auto& model = grid_->model();
-    long states = model.enabled() ? STATE_SYSTEM_FOCUSABLE : STATE_SYSTEM_UNAVAILABLE;
-    const bool current = row == 0 || row == model.currentRow();
-    if (current && model.enabled() && gridHasFocus()) {
+    long states = grid_->takesFocus() ? STATE_SYSTEM_FOCUSABLE : 0;
+    if (!model.enabled()) {
+        states |= STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_READONLY;
+    }
+    const bool current = row == 0 || row == grid_->shownRow();
+    if (current && gridHasFocus()) {
         states |= STATE_SYSTEM_FOCUSED;
     }
     if (row != 0) {
@@ -177,7 +180,7 @@ HRESULT GridAccessible::get_accFocus(VARIANT* child) {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    return gridHasFocus() ? giveNumber(grid_->model().currentRow(), child) : S_FALSE;
+    return gridHasFocus() ? giveNumber(grid_->shownRow(), child) : S_FALSE;
 }
 
 HRESULT GridAccessible::get_accSelection(VARIANT* children) {
@@ -185,7 +188,7 @@ HRESULT GridAccessible::get_accSelection(VARIANT* children) {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    const int row = grid_->model().currentRow();
+    const int row = grid_->shownRow();
     return row > 0 ? giveNumber(row, children) : S_FALSE;
 }
 

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int hintOffsetX = 12;  // lengths at 96 dpi
 constexpr int hintOffsetY = 20;
+constexpr wchar_t controlC = 3;  // the character that Ctrl+C makes
 constexpr int menuPosition = GridGeometry::valueColumn + 50;  // in the part of a value that opens the menu
 
 bool isList(const controls::Grid& model, int row) noexcept {
@@ -74,8 +75,14 @@ void GridWindow::onPress(int x, int y, bool right) {
     }
     const int row = geometry().rowAt(y);
     const bool again = row == model_.currentRow() && GetFocus() == handle();
-    SetFocus(handle());
+    if (takesFocus()) {
+        SetFocus(handle());
+    }
     if (!usable() || row < 1) {
+        return;
+    }
+    if (readOnly()) {
+        readRow(row);
         return;
     }
     const auto part = geometry_.partAt(x, isList(model_, row));
@@ -173,7 +180,7 @@ bool GridWindow::onKey(WPARAM key) {
         return false;
     }
     const bool alt = GetKeyState(VK_MENU) < 0;
-    const int row = model_.currentRow();
+    const int row = shownRow();
     const int page = std::max(geometry().wholeRows() - 1, 1);
     if (alt) {
         if ((key == VK_DOWN || key == VK_UP) && isList(model_, row) && edit(row)) {
@@ -220,6 +227,10 @@ bool GridWindow::onKey(WPARAM key) {
 }
 
 void GridWindow::onCharacter(wchar_t character) {
+    if (character == controlC) {
+        copyValue();
+        return;
+    }
     const bool prints = character >= L' ' && character != 0x7F;
     if (!prints || !session().userMayAct()) {
         return;
@@ -234,6 +245,10 @@ void GridWindow::onCharacter(wchar_t character) {
 
 void GridWindow::goTo(int row) {
     const int wanted = std::clamp(row, 1, std::max(model_.rowCount() - 1, 1));
+    if (readOnly()) {
+        readRow(wanted);
+        return;
+    }
     if (model_.userGoTo(wanted) == UserRequest::Done && usable()) {
         showRow(wanted);
     }
@@ -242,7 +257,7 @@ void GridWindow::goTo(int row) {
 // The menu by keyboard: below the left end of the value.
 void GridWindow::openMenu() {
     const int row = model_.currentRow();
-    if (!session().userMayAct() || row < 1) {
+    if (!session().userMayAct() || row < 1 || readOnly()) {
         return;
     }
     showRow(row);

@@ -10,8 +10,7 @@ namespace vrn::activex {
 
 namespace {
 
-constexpr int textInset = 5;  // lengths at 96 dpi
-constexpr int arrowHalf = 3;
+constexpr int arrowHalf = 3;  // at 96 dpi
 constexpr UINT textFormat = DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 struct RowColours {
@@ -20,9 +19,7 @@ struct RowColours {
 };
 
 RowColours coloursOf(const GridPicture& picture, bool current) noexcept {
-    if (!picture.model.enabled()) {
-        return {colourOf(picture.model.colour()), GetSysColor(COLOR_GRAYTEXT)};
-    }
+    // A grid that cannot be used can be read: its ground is grey, its text is not.
     if (!current) {
         return {colourOf(picture.model.colour()), GetSysColor(COLOR_WINDOWTEXT)};
     }
@@ -36,7 +33,7 @@ void fill(HDC context, const RECT& place, COLORREF colour) noexcept {
 }
 
 void paintText(HDC context, RECT place, const std::string& text, int dpi) {
-    InflateRect(&place, -scaled(textInset, dpi), 0);
+    InflateRect(&place, -scaled(gridTextInset, dpi), 0);
     const auto wide = text::toWide(text);
     DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &place, textFormat);
 }
@@ -68,7 +65,7 @@ std::string shownValue(const controls::Grid& model, int row) {
 
 void paintRow(HDC context, const GridPicture& picture, int row) {
     const auto& geometry = picture.geometry;
-    const bool current = row == picture.model.currentRow();
+    const bool current = row == picture.currentRow;
     const auto colours = coloursOf(picture, current);
     const RECT place = geometry.row(row);
     fill(context, place, colours.ground);
@@ -88,7 +85,7 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
         value.right = arrow.left;
     }
     paintText(context, value, shownValue(picture.model, row), geometry.dpi);
-    if (current && picture.focused && picture.model.enabled()) {
+    if (current && picture.focused) {
         RECT focus = geometry.value(row);
         --focus.bottom;
         SetBkColor(context, colours.ground);
@@ -122,7 +119,7 @@ void paintGrid(HDC context, const GridPicture& picture, const RECT& area) {
 void paintGridHeader(HDC context, const GridPicture& picture) {
     const auto& geometry = picture.geometry;
     const Selected font(context, picture.font);
-    SetTextColor(context, GetSysColor(picture.model.enabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
     SetBkMode(context, TRANSPARENT);
     for (int column = 0; column < 2; ++column) {
         RECT place{column == 0 ? 0 : geometry.nameWidth, 0, column == 0 ? geometry.nameWidth : geometry.width,

@@ -8,11 +8,15 @@
 
 namespace vrn::activex {
 
+/// Between the edge of a cell and its text, at 96 dpi.
+inline constexpr int gridTextInset = 5;
+
 struct GridPicture {
     const GridGeometry& geometry;
     const controls::Grid& model;
     HFONT font = nullptr;
     bool focused = false;  ///< whether the keyboard is in the grid
+    int currentRow = 0;    ///< the row that the user is at
     int editedRow = 0;     ///< the row whose value is under the open editor
 };
 

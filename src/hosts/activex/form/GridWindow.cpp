@@ -56,7 +56,6 @@ void GridWindow::createParts() {
         item.fmt = HDF_LEFT | HDF_STRING;
         SendMessageW(header_, HDM_INSERTITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
     }
-    EnableWindow(header_, model_.enabled() ? TRUE : FALSE);
     editor_.create(handle());
 }
 
@@ -195,10 +194,6 @@ void GridWindow::update(Change change) {
             }
             break;
         case Change::Enabled:
-            if (!model_.enabled()) {
-                editor_.close();
-            }
-            EnableWindow(header_, model_.enabled() ? TRUE : FALSE);
             InvalidateRect(handle(), nullptr, FALSE);
             break;
         case Change::Look:
@@ -216,7 +211,9 @@ void GridWindow::repaintRow(int row) const noexcept {
 
 // With the focus in the grid there is a row that keys are for, if there is any.
 void GridWindow::beSomewhere() noexcept {
-    if (model_.currentRow() == 0 && model_.rowCount() > 1) {
+    if (readOnly()) {
+        readRow_ = std::clamp(readRow_, std::min(1, model_.rowCount() - 1), model_.rowCount() - 1);
+    } else if (model_.currentRow() == 0 && model_.rowCount() > 1) {
         model_.setCurrentRow(1);
     }
 }
@@ -250,10 +247,10 @@ void GridWindow::showRow(int row) {
 }
 
 void GridWindow::paint(HDC context, const RECT& area) {
-    shownCurrent_ = model_.currentRow();
+    shownCurrent_ = shownRow();
     const HWND focus = GetFocus();
     const bool focused = focus == handle() || (focus != nullptr && focus == editor_.window());
-    paintGrid(context, {geometry(), model_, look().gridFont, focused, editor_.row()}, area);
+    paintGrid(context, {geometry(), model_, look().gridFont, focused, shownCurrent_, editor_.row()}, area);
 }
 
 POINT GridWindow::menuPlace() const noexcept {
@@ -306,11 +303,11 @@ LRESULT GridWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return DLGC_WANTARROWS | DLGC_WANTCHARS | (wParam == VK_RETURN ? DLGC_WANTMESSAGE : 0);
         case WM_SETFOCUS:
             beSomewhere();
-            repaintRow(model_.currentRow());
-            tell(EVENT_OBJECT_FOCUS, model_.currentRow());
+            repaintRow(shownRow());
+            tell(EVENT_OBJECT_FOCUS, shownRow());
             return 0;
         case WM_KILLFOCUS:
-            repaintRow(model_.currentRow());
+            repaintRow(shownRow());
             return 0;
         case WM_COMMAND:
             if (auto* const window = editor_.windowOf(reinterpret_cast<HWND>(lParam)); window != nullptr) {
@@ -319,6 +316,9 @@ LRESULT GridWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_NOTIFY:
             return onNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_COPY:
+            copyValue();
+            return 0;
         case rowsChangedMessage:
             static_cast<void>(geometry());
             tell(EVENT_OBJECT_REORDER, 0);

@@ -5,6 +5,7 @@
 // Keys: arrows, Page Up, Page Down, Home and End go from row to row; F2 and Enter open the editor; a character opens it and is
 // typed there, which in a drop-down list selects; Alt+Down opens a drop-down list; the menu key opens the menu of values.
 // In the editor: Enter takes the value, Escape drops it, TAB takes it and edits the next row, Up and Down take it and go on.
+// Ctrl+C copies the value of the row. In a grid that is read-only, mouse and keys go from row to row and nothing else.
 // TAB outside of the editor, or behind the last row, goes on to the next control.
 #pragma once
 
@@ -26,6 +27,9 @@ class GridWindow final : public Peer, private GridEditorSite {
     [[nodiscard]] bool takesFocus() const noexcept override;
     LRESULT onNotify(const NMHDR& notification) override;
 
+    // For the layout.
+    [[nodiscard]] int rowHeight() const noexcept { return geometry_.rowHeight; }
+    [[nodiscard]] int headerHeight() const noexcept { return geometry_.headerHeight; }
     [[nodiscard]] GridEditor& editor() noexcept { return editor_; }
     /// Where a menu for the last press belongs, on the screen.
     [[nodiscard]] POINT menuPlace() const noexcept;
@@ -36,8 +40,18 @@ class GridWindow final : public Peer, private GridEditorSite {
     [[nodiscard]] const controls::Grid& model() const noexcept { return model_; }
     [[nodiscard]] const GridGeometry& geometry();
     void goTo(int row);
+    /// The row that is drawn as the current one: the model's or, while the grid can only be read, the user's place in it.
+    [[nodiscard]] int shownRow() const noexcept;
+
+    // Reading (GridReading.cpp).
+    /// The texts of a row that its cells are too narrow for, one a line.
+    [[nodiscard]] std::wstring cutText(int row);
+    [[nodiscard]] int hoveredRow() const noexcept { return hovered_; }
+    [[nodiscard]] Tip tipAt(POINT place) override;
 
   protected:
+    [[nodiscard]] bool readable() const noexcept override { return true; }
+    void setReadOnly(bool readOnly) override;
     [[nodiscard]] Making making(HWND parent) const override;
     void update(controls::Change change) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -58,6 +72,8 @@ class GridWindow final : public Peer, private GridEditorSite {
     void paint(HDC context, const RECT& area);
     LRESULT accessible(WPARAM wParam, LPARAM lParam);
     void tell(DWORD event, int row) const noexcept;
+    void readRow(int row);
+    void copyValue() const;
 
     // What the user does (GridInput.cpp).
     void onPress(int x, int y, bool right);
@@ -86,6 +102,7 @@ class GridWindow final : public Peer, private GridEditorSite {
     POINT pressed_{};
     int nameWidth_ = 0;  // as the user has dragged it, at 96 dpi; 0 before
     int hovered_ = -1;
+    int readRow_ = 0;       // where the user is in a grid that can only be read
     int shownCurrent_ = 0;  // the row drawn as the current one
     int wheel_ = 0;
     bool rowsStale_ = false;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "hosts/activex/form/GridWindow.h"
 #include "hosts/activex/form/Metrics.h"
-#include "hosts/activex/form/SimplePeers.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -32,13 +32,18 @@ void HintWindow::update(Change change) {
     }
 }
 
+std::wstring HintWindow::shownText() const {
+    const auto cut = grid_.cutText(grid_.hoveredRow());
+    return cut + (cut.empty() ? L"" : L"\r\n") + text::toWide(model_.text());
+}
+
 // At the model's place, but inside the form.
 void HintWindow::place() {
     RECT form{};
     GetClientRect(GetParent(handle()), &form);
     const int dpi = look().dpi;
     const int edge = scaled(padding, dpi);
-    const auto text = text::toWide(model_.text());
+    const auto text = shownText();
     RECT size{0, 0, std::min<int>(scaled(widest, dpi), form.right - 2 * edge), 0};
     {
         const WindowContext context(handle());
@@ -62,7 +67,7 @@ void HintWindow::paint(HDC context) const {
     const Selected font(context, look().font);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, GetSysColor(COLOR_INFOTEXT));
-    const auto text = windowText(handle());
+    const auto text = shownText();
     DrawTextW(context, text.c_str(), -1, &area, textFormat);
 }
 

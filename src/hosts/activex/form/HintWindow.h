@@ -5,10 +5,13 @@
 
 namespace vrn::activex {
 
+class GridWindow;
+
 class HintWindow final : public Peer {
   public:
-    HintWindow(Session& session, controls::TextBox& model, ControlId id) noexcept
-        : Peer(session, model, id), model_(model) {}
+    /// `grid` is where the mouse is: the hint also shows what does not fit into its cells there.
+    HintWindow(Session& session, controls::TextBox& model, ControlId id, GridWindow& grid) noexcept
+        : Peer(session, model, id), model_(model), grid_(grid) {}
     void lookChanged() override;
     [[nodiscard]] bool takesFocus() const noexcept override { return false; }
 
@@ -22,7 +25,10 @@ class HintWindow final : public Peer {
     void place();
     void paint(HDC context) const;
 
+    [[nodiscard]] std::wstring shownText() const;
+
     controls::TextBox& model_;
+    GridWindow& grid_;
 };
 
 }  // namespace vrn::activex

@@ -3,8 +3,11 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/Naming.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -18,6 +21,7 @@ constexpr ItemMessages listMessages{LB_INSERTSTRING, LB_DELETESTRING, LB_RESETCO
 constexpr ItemMessages comboMessages{CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT,
                                      CB_SETCURSEL,    CB_GETCURSEL,    CB_INITSTORAGE};
 constexpr int rowPadding = 8;  // lengths at 96 dpi
+constexpr int rowInset = 2;  // from the edge to a row's text
 constexpr int widestDropDown = 600;
 
 int shiftState(WPARAM keys) noexcept {
@@ -58,7 +62,11 @@ void ItemPeer::catchUp() {
         send(messages_.setIndex, static_cast<WPARAM>(model_.listIndex()));
     }
     catchingUp_ = false;
-    caughtUp();
+}
+
+int ItemPeer::rowWidth(int row) const noexcept {
+    const auto index = static_cast<std::size_t>(row);
+    return row >= 0 && index < widths_.size() ? widths_[index] : 0;
 }
 
 // Only what differs is replaced: a list keeps its place when one row comes or goes.
@@ -141,6 +149,71 @@ Window::Making ListPeer::making(HWND parent) const {
 
 void ListPeer::widthChanged(int widest) { send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest)); }
 
+HBRUSH ListPeer::ground(HDC context) const {
+    if (!readOnly()) {
+        return nullptr;
+    }
+    SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(context, GetSysColor(COLOR_BTNFACE));
+    return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+Tip ListPeer::tipAt(POINT place) {
+    RECT client{};
+    GetClientRect(handle(), &client);
+    const auto found = send(LB_ITEMFROMPOINT, 0, MAKELPARAM(place.x, place.y));
+    const int row = LOWORD(found);
+    Tip tip;
+    if (HIWORD(found) != 0 || rowWidth(row) + scaled(rowInset, look().dpi) <= client.right || row >= model_.count()) {
+        return tip;
+    }
+    send(LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&tip.area));
+    tip.text = text::toWide(model_.item(row));
+    return tip;
+}
+
+void ListPeer::setReadOnly(bool readOnly) { showStateForAssistance(handle(), readOnly); }
+
+void ListPeer::scrollByKey(WPARAM key) const noexcept {
+    constexpr std::array<std::pair<WPARAM, std::pair<UINT, WPARAM>>, 8> scrolls{{
+        {VK_UP, {WM_VSCROLL, SB_LINEUP}},
+        {VK_DOWN, {WM_VSCROLL, SB_LINEDOWN}},
+        {VK_PRIOR, {WM_VSCROLL, SB_PAGEUP}},
+        {VK_NEXT, {WM_VSCROLL, SB_PAGEDOWN}},
+        {VK_HOME, {WM_VSCROLL, SB_TOP}},
+        {VK_END, {WM_VSCROLL, SB_BOTTOM}},
+        {VK_LEFT, {WM_HSCROLL, SB_LINEUP}},
+        {VK_RIGHT, {WM_HSCROLL, SB_LINEDOWN}},
+    }};
+    for (const auto& [code, scroll] : scrolls) {
+        if (code == key) {
+            send(scroll.first, scroll.second);
+        }
+    }
+}
+
+bool ListPeer::onReading(UINT message, WPARAM wParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+        case WM_RBUTTONDOWN:
+            SetFocus(handle());
+            return true;
+        case WM_LBUTTONUP:
+        case WM_CHAR:
+            return true;
+        case WM_KEYDOWN:
+            scrollByKey(wParam);
+            return true;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            showStateForAssistance(handle(), true, message == WM_SETFOCUS);
+            return false;
+        default:
+            return false;
+    }
+}
+
 void ListPeer::onCommand(int code) {
     if (code == LBN_SELCHANGE) {
         choose(windowIndex());
@@ -148,6 +221,9 @@ void ListPeer::onCommand(int code) {
 }
 
 LRESULT ListPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (session().open() && readOnly() && onReading(message, wParam)) {
+        return 0;
+    }
     const bool pressed = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN;
     if (!pressed) {
         return ItemPeer::onMessage(message, wParam, lParam);
@@ -188,16 +264,21 @@ void ComboPeer::widthChanged(int widest) {
     send(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(wanted, scaled(widestDropDown, look().dpi))));
 }
 
-void ComboPeer::lookChanged() {
-    ItemPeer::lookChanged();
-    if (!toolTip_) {
-        toolTip_.begin(handle(), session().module());
-    }
-}
-
-void ComboPeer::caughtUp() {
+Tip ComboPeer::tipAt(POINT /*place*/) {
+    Tip tip;
     const int index = model_.listIndex();
-    toolTip_.setText(index < 0 ? std::wstring() : text::toWide(model_.toolTip(index)), look().dpi);
+    if (index < 0) {
+        return tip;
+    }
+    GetClientRect(handle(), &tip.area);
+    tip.text = text::toWide(model_.toolTip(index));
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (GetComboBoxInfo(handle(), &info) != FALSE &&
+        rowWidth(index) + scaled(rowInset, look().dpi) > widthOf(info.rcItem)) {
+        tip.text = text::toWide(model_.item(index)) + (tip.text.empty() ? L"" : L"\r\n") + tip.text;
+    }
+    return tip;
 }
 
 void ComboPeer::onCommand(int code) {
@@ -230,9 +311,7 @@ void ComboPeer::onCommand(int code) {
 }
 
 LRESULT ComboPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DESTROY) {
-        toolTip_.end();
-    } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_MOUSEWHEEL) {
+    if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_MOUSEWHEEL) {
         handled_ = false;
         if (!session().userMayAct()) {
             return 0;

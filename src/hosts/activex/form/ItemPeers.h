@@ -6,7 +6,6 @@
 
 #include "controls/ItemList.h"
 #include "hosts/activex/form/Peer.h"
-#include "hosts/activex/form/ToolTip.h"
 
 namespace vrn::activex {
 
@@ -44,8 +43,8 @@ class ItemPeer : public Peer {
     void choose(int index);
     /// Brings the window in line with the model.
     void catchUp();
-    /// The window now shows what the model holds.
-    virtual void caughtUp() {}
+    /// The width of a row's text, in pixels; 0 for a row that is not there.
+    [[nodiscard]] int rowWidth(int row) const noexcept;
 
   private:
     void takeRows();
@@ -65,22 +64,33 @@ class ListPeer final : public ItemPeer {
   public:
     ListPeer(Session& session, controls::ListBox& model, ControlId id) noexcept;
     void onCommand(int code) override;
+    [[nodiscard]] HBRUSH ground(HDC context) const override;
+    /// The whole text of a row that is cut.
+    [[nodiscard]] Tip tipAt(POINT place) override;
+    [[nodiscard]] int rowHeight() const noexcept { return static_cast<int>(send(LB_GETITEMHEIGHT)); }
 
   protected:
     [[nodiscard]] Making making(HWND parent) const override;
+    [[nodiscard]] bool readable() const noexcept override { return true; }
+    void setReadOnly(bool readOnly) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     HFONT font() const noexcept override { return look().gridFont; }
     void widthChanged(int widest) override;
 
   private:
+    /// What the user does to a list that can only be read: scrolls it. False for what the system may do with it.
+    bool onReading(UINT message, WPARAM wParam);
+    void scrollByKey(WPARAM key) const noexcept;
+
     controls::ListBox& model_;
 };
 
 class ComboPeer final : public ItemPeer {
   public:
     ComboPeer(Session& session, controls::ComboBox& model, ControlId id) noexcept;
-    void lookChanged() override;
     void onCommand(int code) override;
+    /// What is cut of the selected entry, and what the model tells about it.
+    [[nodiscard]] Tip tipAt(POINT place) override;
     /// The height of the closed list.
     [[nodiscard]] int closedHeight() const noexcept;
     [[nodiscard]] bool dropped() const noexcept { return send(CB_GETDROPPEDSTATE) != FALSE; }
@@ -89,11 +99,9 @@ class ComboPeer final : public ItemPeer {
     [[nodiscard]] Making making(HWND parent) const override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void widthChanged(int widest) override;
-    void caughtUp() override;
 
   private:
     controls::ComboBox& model_;
-    ToolTip toolTip_;        // tells about the selected entry
     bool accepted_ = false;  // the drop-down list was closed by a choice
     bool handled_ = false;   // and the choice is done: the report that follows tells nothing new
 };

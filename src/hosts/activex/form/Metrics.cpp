@@ -73,4 +73,9 @@ int textWidth(HDC context, std::wstring_view text) noexcept {
     return size.cx;
 }
 
+int captionWidth(HDC context, std::wstring caption) {
+    std::erase(caption, L'&');
+    return textWidth(context, caption);
+}
+
 }  // namespace vrn::activex

@@ -3,18 +3,18 @@
 
 #include <windows.h>
 
+#include <string>
 #include <string_view>
 
+#include "hosts/activex/form/Layout.h"
 #include "hosts/activex/form/Owners.h"
+#include "hosts/activex/form/Scale.h"
 #include "shell/modMethod.h"
 
 namespace vrn::activex {
 
-inline constexpr int standardDpi = 96;
 inline constexpr int twipsPerInch = 1440;
 
-/// A length given at 96 dpi.
-[[nodiscard]] inline int scaled(int length, int dpi) noexcept { return MulDiv(length, dpi, standardDpi); }
 [[nodiscard]] inline float toTwips(int pixels, int dpi) noexcept {
     return static_cast<float>(pixels) * twipsPerInch / static_cast<float>(dpi);
 }
@@ -22,6 +22,9 @@ inline constexpr int twipsPerInch = 1440;
     return static_cast<int>(twips * static_cast<float>(dpi) / twipsPerInch);
 }
 
+[[nodiscard]] inline RECT toRect(const Place& place) noexcept {
+    return {place.left, place.top, place.right, place.bottom};
+}
 [[nodiscard]] inline int widthOf(const RECT& rect) noexcept { return rect.right - rect.left; }
 [[nodiscard]] inline int heightOf(const RECT& rect) noexcept { return rect.bottom - rect.top; }
 
@@ -39,5 +42,9 @@ struct TextSize {
 };
 [[nodiscard]] TextSize textSize(HDC context, HFONT font) noexcept;
 [[nodiscard]] int textWidth(HDC context, std::wstring_view text) noexcept;
+/// Of a caption in which "&" marks a key and is not drawn.
+[[nodiscard]] int captionWidth(HDC context, std::wstring caption);
+/// What a text that is cut ends in.
+inline constexpr const wchar_t* ellipsis = L"\u2026";
 
 }  // namespace vrn::activex

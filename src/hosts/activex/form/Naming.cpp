@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <array>
+
 #include "com/Com.h"
 
 namespace vrn::activex {
@@ -20,6 +22,8 @@ com::ComPtr<IAccPropServices> properties() noexcept {
     return services;
 }
 
+constexpr GUID stateProperty{0xa8d4d5b0, 0x0a21, 0x42d0, {0xa5, 0xc0, 0x51, 0x4e, 0x98, 0x4f, 0x45, 0x7b}};
+
 }  // namespace
 
 void nameForAssistance(HWND window, const std::wstring& name) noexcept {
@@ -28,10 +32,27 @@ void nameForAssistance(HWND window, const std::wstring& name) noexcept {
     }
 }
 
+void showStateForAssistance(HWND window, bool readOnly, bool focused) noexcept {
+    const auto services = properties();
+    if (!services) {
+        return;
+    }
+    if (readOnly) {
+        VARIANT state{};
+        state.vt = VT_I4;
+        state.lVal = STATE_SYSTEM_READONLY | STATE_SYSTEM_FOCUSABLE | (focused ? STATE_SYSTEM_FOCUSED : 0);
+        services->SetHwndProp(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, stateProperty, state);
+    } else {
+        MSAAPROPID property = stateProperty;
+        services->ClearHwndProps(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, &property, 1);
+    }
+}
+
 void forgetName(HWND window) noexcept {
     if (const auto services = properties()) {
-        MSAAPROPID name = nameProperty;
-        services->ClearHwndProps(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, &name, 1);
+        std::array<MSAAPROPID, 2> given{nameProperty, stateProperty};
+        services->ClearHwndProps(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, given.data(),
+                                 static_cast<int>(given.size()));
     }
 }
 

@@ -11,7 +11,11 @@ namespace vrn::activex {
 /// where the system does not know such names, nothing happens.
 void nameForAssistance(HWND window, const std::wstring& name) noexcept;
 
-/// Takes the name back before the window goes.
+/// The state of a window that can be read but not used: read-only. `focused` tells whether it has the keyboard. Otherwise the
+/// system's own account of it holds again.
+void showStateForAssistance(HWND window, bool readOnly, bool focused = false) noexcept;
+
+/// Takes name and state back before the window goes.
 void forgetName(HWND window) noexcept;
 
 }  // namespace vrn::activex

@@ -19,25 +19,38 @@ class Peer : public Window, public controls::ControlObserver {
     void letGo() noexcept { model_.observe(nullptr); }
     void controlChanged(controls::Control& control, controls::Change change) noexcept final;
 
-    /// Resolution, fonts or theme have changed.
+    /// Resolution, fonts, colours or theme have changed.
     virtual void lookChanged();
     [[nodiscard]] ControlId controlId() const noexcept { return id_; }
     /// Whether the user can be in this control.
-    [[nodiscard]] virtual bool takesFocus() const noexcept { return model_.enabled() && model_.visible(); }
+    [[nodiscard]] virtual bool takesFocus() const noexcept {
+        return (model_.enabled() || readable()) && model_.visible();
+    }
 
   protected:
     [[nodiscard]] virtual Making making(HWND parent) const = 0;
     /// Whether others move when it comes or goes.
     [[nodiscard]] virtual bool takesPlace() const noexcept { return true; }
+    /// Whether the control can be read while the user can do nothing to the model. The window is not disabled then: it scrolls,
+    /// and what it shows can be copied.
+    [[nodiscard]] virtual bool readable() const noexcept { return false; }
+    /// A readable control from now on only shows what it holds, or can be changed again.
+    virtual void setReadOnly(bool /*readOnly*/) {}
+    [[nodiscard]] bool readOnly() const noexcept { return readable() && !model_.enabled(); }
     /// The model has changed in a way of its own kind.
     virtual void update(controls::Change /*change*/) {}
 
+    void mouseCame(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void ending() noexcept override;
+
   private:
-    void updateEnabled() noexcept;
+    void showReadOnly();
+    void updateEnabled();
     void updateVisible() noexcept;
 
     controls::Control& model_;
     ControlId id_;
+    ToolTip toolTip_;
 };
 
 }  // namespace vrn::activex

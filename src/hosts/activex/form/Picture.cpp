@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "hosts/activex/form/FormMeasures.h"
 #include "hosts/activex/form/FramePaint.h"
 #include "hosts/activex/form/GridPaint.h"
 #include "hosts/activex/form/Layout.h"
@@ -20,15 +21,12 @@ class Picture {
   public:
     Picture(HDC context, const SIZE& size, const Look& look, const method::EditorState& state)
         : context_(context), look_(look), state_(state), lineHeight_(textSize(context, look.font).lineHeight) {
-        LayoutInput input;
-        input.client = size;
-        input.dpi = look.dpi;
-        input.textHeight = lineHeight_;
+        auto input = measuredTexts(context, size, look, state);
+        const int gridLine = textSize(context, look.gridFont).lineHeight;
         input.comboHeight = lineHeight_ + px(comboPadding);
-        input.initialCycle = state.cmdDefCycle.visible();
-        if (state.lblCycleDateChanged.visible()) {
-            input.noticeHeight = 2 * lineHeight_;
-        }
+        input.listRowHeight = gridLine;
+        input.gridRowHeight = gridLine + px(rowPadding);
+        input.gridHeaderHeight = input.gridRowHeight;
         layout_ = layOut(input);
     }
 
@@ -42,7 +40,8 @@ class Picture {
             paintGroupBox(context_, place(id), text::toWide(frame->caption()), frame->enabled(), look_, nullptr);
         }
         const auto& description = state_.txtMethodDescription;
-        field(ControlId::txtMethodDescription, description.enabled(), description.text(), DT_LEFT | DT_WORDBREAK);
+        text(field(ControlId::txtMethodDescription, description.enabled()), description.text(), true,
+             DT_LEFT | DT_WORDBREAK | DT_NOPREFIX);
         combo(ControlId::cboSyringe, state_.cboSyringe);
         combo(ControlId::cboSelectedMacro, state_.cboSelectedMacro);
         button(ControlId::cmdInsert, state_.cmdInsert);
@@ -53,13 +52,13 @@ class Picture {
         grid();
         if (state_.lblCycleDateChanged.visible()) {
             text(place(ControlId::lblCycleDateChanged), state_.lblCycleDateChanged.caption(), true,
-                 DT_LEFT | DT_WORDBREAK | DT_NOPREFIX);
+                 DT_LEFT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL | DT_END_ELLIPSIS);
         }
     }
 
   private:
     [[nodiscard]] int px(int length) const noexcept { return scaled(length, look_.dpi); }
-    [[nodiscard]] RECT place(ControlId id) const noexcept { return layout_.inForm(id); }
+    [[nodiscard]] RECT place(ControlId id) const noexcept { return toRect(layout_.inForm(id)); }
 
     void text(RECT where, const std::string& utf8, bool enabled, UINT format) const {
         SetBkMode(context_, TRANSPARENT);
@@ -75,12 +74,9 @@ class Picture {
         InflateRect(&where, -px(textInset), -px(textInset));
         return where;
     }
-    void field(ControlId id, bool enabled, const std::string& content, UINT format) const {
-        text(field(id, enabled), content, enabled, format | DT_NOPREFIX);
-    }
-
     void combo(ControlId id, const controls::ComboBox& model) const {
-        field(id, model.enabled(), model.text(), DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+        text(field(id, model.enabled()), model.text(), model.enabled(),
+             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         RECT arrow = place(id);
         InflateRect(&arrow, -2, -2);
         arrow.left = std::max<LONG>(arrow.left, arrow.right - GetSystemMetrics(SM_CXVSCROLL));
@@ -108,7 +104,7 @@ class Picture {
             if (i == model.listIndex()) {
                 FillRect(context_, &row, GetSysColorBrush(COLOR_BTNFACE));
             }
-            text(row, model.item(i), model.enabled(), DT_SINGLELINE | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX);
+            text(row, model.item(i), true, DT_SINGLELINE | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX);
             row.top = row.bottom;
         }
     }
@@ -130,7 +126,7 @@ class Picture {
         const int saved = SaveDC(context_);
         IntersectClipRect(context_, where.left, where.top, where.right, where.bottom);
         OffsetViewportOrgEx(context_, where.left, where.top, nullptr);
-        const GridPicture picture{geometry, model, look_.gridFont, false};
+        const GridPicture picture{geometry, model, look_.gridFont, false, model.currentRow()};
         paintGridHeader(context_, picture);
         paintGrid(context_, picture, {0, geometry.headerHeight, geometry.width, geometry.height});
         RestoreDC(context_, saved);

@@ -1,5 +1,9 @@
 #include "hosts/activex/form/SimplePeers.h"
 
+#include <algorithm>
+
+#include "hosts/activex/form/Metrics.h"
+
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -9,6 +13,7 @@ using controls::Change;
 namespace {
 
 constexpr WPARAM controlA = 1;  // the character that Ctrl+A makes
+constexpr UINT labelFormat = DT_LEFT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
 
 }  // namespace
 
@@ -24,6 +29,66 @@ std::wstring windowText(HWND window) {
 Window::Making ButtonPeer::making(HWND parent) const {
     caption_ = text::toWide(model_.caption());
     return {L"BUTTON", caption_.c_str(), WS_TABSTOP | BS_PUSHBUTTON, 0, parent, 0};
+}
+
+void ButtonPeer::lookChanged() {
+    Peer::lookChanged();
+    fitCaption();
+}
+
+// A push button of the system's cuts its caption at both ends: one that does not fit ends in an ellipsis instead.
+void ButtonPeer::fitCaption() {
+    RECT client{};
+    GetClientRect(handle(), &client);
+    const int room = captionRoom(controlId(), {client.left, client.top, client.right, client.bottom}, look().dpi);
+    auto shown = caption_;
+    {
+        const WindowContext context(handle());
+        const Selected font(context.get(), look().font);
+        cut_ = client.right > 0 && captionWidth(context.get(), caption_) > room;
+        if (cut_) {
+            std::erase(shown, L'&');
+            while (!shown.empty() && textWidth(context.get(), shown + ellipsis) > room) {
+                shown.pop_back();
+            }
+            shown += ellipsis;
+        }
+    }
+    SetWindowTextW(handle(), shown.c_str());
+}
+
+Tip ButtonPeer::tipAt(POINT /*place*/) {
+    Tip tip;
+    if (cut_) {
+        GetClientRect(handle(), &tip.area);
+        tip.text = caption_;
+        std::erase(tip.text, L'&');
+    }
+    return tip;
+}
+
+LRESULT ButtonPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            fitCaption();
+            break;
+        case WM_GETTEXTLENGTH:
+            return static_cast<LRESULT>(caption_.size());
+        case WM_GETTEXT: {
+            // Whoever asks gets the whole caption, whatever of it is drawn.
+            if (wParam == 0) {
+                return 0;
+            }
+            const auto length = std::min<std::size_t>(caption_.size(), wParam - 1);
+            auto* const buffer = reinterpret_cast<wchar_t*>(lParam);
+            std::copy_n(caption_.begin(), length, buffer);
+            buffer[length] = L'\0';
+            return static_cast<LRESULT>(length);
+        }
+        default:
+            break;
+    }
+    return byDefault(message, wParam, lParam);
 }
 
 void ButtonPeer::onCommand(int code) {
@@ -55,7 +120,58 @@ void LabelPeer::update(Change change) {
     if (change == Change::Text) {
         SetWindowTextW(handle(), text::toWide(model_.caption()).c_str());
         session().placesChanged();
+        InvalidateRect(handle(), nullptr, FALSE);
     }
+}
+
+// The system's label drops the words that do not fit; here the last line that does ends in an ellipsis.
+void LabelPeer::paint(HDC context) const {
+    RECT client{};
+    GetClientRect(handle(), &client);
+    FillRect(context, &client, GetSysColorBrush(COLOR_BTNFACE));
+    const Selected font(context, look().font);
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+    auto text = windowText(handle());
+    DrawTextW(context, text.data(), static_cast<int>(text.size()), &client, labelFormat | DT_END_ELLIPSIS);
+}
+
+Tip LabelPeer::tipAt(POINT /*place*/) {
+    Tip tip;
+    GetClientRect(handle(), &tip.area);
+    RECT whole = tip.area;
+    const WindowContext context(handle());
+    const Selected font(context.get(), look().font);
+    auto text = windowText(handle());
+    DrawTextW(context.get(), text.data(), static_cast<int>(text.size()), &whole, labelFormat | DT_CALCRECT);
+    if (whole.bottom > tip.area.bottom || whole.right > tip.area.right) {
+        tip.text = std::move(text);
+    }
+    return tip;
+}
+
+LRESULT LabelPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_NCHITTEST:
+            // The system's label lets the mouse through, to whom no tip would come.
+            return HTCLIENT;
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_SIZE:
+            InvalidateRect(handle(), nullptr, FALSE);
+            break;
+        case WM_PAINT: {
+            const BufferedPaint buffer(handle());
+            paint(buffer.context());
+            return 0;
+        }
+        case WM_PRINTCLIENT:
+            paint(reinterpret_cast<HDC>(wParam));
+            return 0;
+        default:
+            break;
+    }
+    return byDefault(message, wParam, lParam);
 }
 
 Window::Making TextPeer::making(HWND parent) const {

@@ -1,4 +1,4 @@
-// The system's tool tip of one window, for a text that changes.
+// The system's tool tip of one window, for a text that changes with the place under the mouse.
 #pragma once
 
 #include <windows.h>
@@ -7,6 +7,12 @@
 
 namespace vrn::activex {
 
+/// What is told about a place.
+struct Tip {
+    RECT area{};        ///< for which the text holds, in the window's client area
+    std::wstring text;  ///< nothing is shown without one
+};
+
 class ToolTip {
   public:
     ToolTip() = default;
@@ -14,17 +20,21 @@ class ToolTip {
     ToolTip(const ToolTip&) = delete;
     ToolTip& operator=(const ToolTip&) = delete;
 
-    [[nodiscard]] explicit operator bool() const noexcept { return tip_ != nullptr; }
-    /// Without one, nothing is shown: a window can do without its tool tip.
-    void begin(HWND window, HINSTANCE module) noexcept;
+    /// The mouse has sent this message to the window: the tip is shown when it rests. Without a tool tip of the system's, nothing
+    /// happens: a window can do without.
+    void follow(HWND window, HINSTANCE module, Tip tip, int dpi, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     /// To be called before the window goes.
     void end() noexcept;
-    /// An empty text shows nothing.
-    void setText(std::wstring text, int dpi) noexcept;
+    /// The tip's window, null before the first text.
+    [[nodiscard]] HWND window() const noexcept { return tip_; }
 
   private:
-    HWND window_ = nullptr;
+    void begin(HWND window, HINSTANCE module) noexcept;
+    void set(Tip tip, int dpi) noexcept;
+
+    HWND owner_ = nullptr;
     HWND tip_ = nullptr;
+    Tip shown_;
 };
 
 }  // namespace vrn::activex

@@ -90,6 +90,9 @@ LRESULT Window::run(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         handle_ = nullptr;
         return result;
     }
+    if (message == WM_DESTROY) {
+        ending();
+    }
     if (!session_.open() && message != endMessage && message != WM_DESTROY) {
         return byDefault(message, wParam, lParam);
     }
@@ -103,6 +106,9 @@ LRESULT Window::run(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         session_.focusWent(reinterpret_cast<HWND>(wParam));
     }
     try {
+        if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+            mouseCame(message, wParam, lParam);
+        }
         return onMessage(message, wParam, lParam);
     } catch (...) {
         // The engine reports its failures itself; for what fails around it, there is nobody to tell.

@@ -5,6 +5,7 @@
 
 #include "hosts/activex/form/ControlIds.h"
 #include "hosts/activex/form/Session.h"
+#include "hosts/activex/form/ToolTip.h"
 
 namespace vrn::activex {
 
@@ -39,6 +40,10 @@ class Window {
     /// A control below a frame reports to it; the frame passes the report on to the control's peer.
     virtual void onCommand(int /*code*/) {}
     virtual LRESULT onNotify(const NMHDR& /*notification*/) { return 0; }
+    /// The brush that the ground of a control below a frame is painted with, after the colours were set; null for the system's.
+    [[nodiscard]] virtual HBRUSH ground(HDC /*context*/) const { return nullptr; }
+    /// What a tool tip tells about a place of the client area: above all, what does not fit there.
+    [[nodiscard]] virtual Tip tipAt(POINT /*place*/) { return {}; }
 
     /// Sent when the windows of a closed session are to go; the only message of our own that counts then.
     static constexpr UINT endMessage = WM_APP + 99;
@@ -56,6 +61,10 @@ class Window {
     void make(const Making& making);
 
     virtual LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) { return byDefault(message, wParam, lParam); }
+    /// The mouse has sent the message, which is dealt with next.
+    virtual void mouseCame(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {}
+    /// The window is about to go.
+    virtual void ending() noexcept {}
     /// What the system or its control does with the message.
     LRESULT byDefault(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "hosts/activex/form/ControlIds.h"
+
 namespace vrn::sample {
 
 /// What a window says of itself.
@@ -20,8 +22,11 @@ class ChildWindow {
     ChildWindow(HWND form, const std::string& name);
 
     [[nodiscard]] HWND handle() const noexcept { return window_; }
-    /// What a click would meet: the window's own flags, whatever the ones around it have.
-    [[nodiscard]] bool enabled() const noexcept { return (style() & WS_DISABLED) == 0; }
+    /// What a click would meet: the window's own flags, whatever the ones around it have. One that can only be read counts as
+    /// disabled.
+    [[nodiscard]] bool enabled() const noexcept {
+        return (style() & WS_DISABLED) == 0 && GetPropW(window_, activex::readOnlyProperty) == nullptr;
+    }
     [[nodiscard]] bool visible() const noexcept { return (style() & WS_VISIBLE) != 0; }
     [[nodiscard]] std::string text() const { return textOf(window_); }
     void takeFocus() const noexcept { SetFocus(window_); }
