@@ -77,6 +77,11 @@ class FormTest : public SmallSetTest {
         GetWindowTextW(of, text.data(), static_cast<int>(text.size()));
         return text::fromWide(text.data());
     }
+    static std::string windowTextOf(HWND of) {
+        std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(of)) + 1, L'\0');
+        text.resize(static_cast<std::size_t>(GetWindowTextW(of, text.data(), static_cast<int>(text.size()))));
+        return text::fromWide(text);
+    }
     [[nodiscard]] bool translated(HWND focus, UINT message, WPARAM code) {
         return form.translateKey({focus, message, code, 1, 0, {}});
     }

@@ -14,6 +14,10 @@ constexpr int arrowUnits = 17;
 
 int GridGeometry::arrowWidth() const noexcept { return scaled(arrowUnits, dpi); }
 
+int GridGeometry::usualNameWidth() const noexcept {
+    return std::max(std::min(scaled(valueColumn, dpi), width / 2), width * 2 / 5);
+}
+
 RECT GridGeometry::row(int row) const noexcept {
     const int y = headerHeight + (row - top) * rowHeight;
     return {0, y, width, y + rowHeight};

@@ -23,6 +23,8 @@ struct GridGeometry {
     static constexpr int valueColumn = 150;
     /// The width of the arrow that opens a drop-down list.
     [[nodiscard]] int arrowWidth() const noexcept;
+    /// The width of the names before the user has dragged the divider: never more than half.
+    [[nodiscard]] int usualNameWidth() const noexcept;
 
     [[nodiscard]] RECT row(int row) const noexcept;
     [[nodiscard]] RECT name(int row) const noexcept;

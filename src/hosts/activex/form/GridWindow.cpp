@@ -112,8 +112,7 @@ void GridWindow::rowsChanged() {
     SetScrollInfo(handle(), SB_VERT, &scroll, TRUE);
     GetClientRect(handle(), &client);
     geometry_.width = client.right;
-    placeColumns(nameWidth_ > 0 ? scaled(nameWidth_, look().dpi)
-                                : std::max(scaled(GridGeometry::valueColumn, look().dpi), geometry_.width * 2 / 5));
+    placeColumns(nameWidth_ > 0 ? scaled(nameWidth_, look().dpi) : geometry_.usualNameWidth());
 }
 
 void GridWindow::placeColumns(int nameWidth) {

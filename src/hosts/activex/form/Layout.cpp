@@ -158,9 +158,14 @@ class Planner {
 
     void placeSideBySide(const Place& area) noexcept {
         const int usable = std::max(area.width() - gap_, 0);
-        const int buttons = widthInOneRow() + 2 * inset_;
-        // A row of buttons may take up to half of the width from the grid.
-        const int wanted = std::max(usable * 2 / 5, std::min(buttons, usable / 2));
+        // A row of buttons may take up to half of the width from the grid; where it needs more, the buttons wrap.
+        int wanted = usable * 2 / 5;
+        for (const int buttons : {widthInOneRow(), leastWidthInOneRow(), leastWidthInTwoRows()}) {
+            if (buttons + 2 * inset_ <= usable / 2) {
+                wanted = std::max(wanted, buttons + 2 * inset_);
+                break;
+            }
+        }
         const int left = share(usable, wanted, frameWidthFor(ControlId::fraMacroSequence),
                                frameWidthFor(ControlId::fraAvailableCycles));
         placeSequence(placed(area.left, area.top, left, area.height()));
@@ -185,6 +190,17 @@ class Planner {
         return 3 * std::max(px(buttonWidth), widestButton() + 2 * px(buttonPadding)) + 2 * controlGap();
     }
 
+    [[nodiscard]] int leastWidthInOneRow() const noexcept {
+        int all = 2 * controlGap();
+        for (const auto button : sequenceButtons) {
+            all += captionWidth(button) + 2 * px(leastButtonPadding);
+        }
+        return all;
+    }
+    [[nodiscard]] int leastWidthInTwoRows() const noexcept {
+        return 2 * (widestButton() + 2 * px(leastButtonPadding)) + controlGap();
+    }
+
     void placeSequence(const Place& frame) noexcept {
         layout_.of(ControlId::fraMacroSequence) = frame;
         const Place inside = insideOf(ControlId::fraMacroSequence);
@@ -198,14 +214,10 @@ class Planner {
 
     /// In how many rows the buttons below the list stand, so that their captions fit.
     [[nodiscard]] int rowsOfButtons(int width) const noexcept {
-        int all = 2 * controlGap();
-        for (const auto button : sequenceButtons) {
-            all += captionWidth(button) + 2 * px(leastButtonPadding);
-        }
-        if (all <= width) {
+        if (leastWidthInOneRow() <= width) {
             return 1;
         }
-        return 2 * (widestButton() + 2 * px(leastButtonPadding)) + controlGap() <= width ? 2 : 3;
+        return leastWidthInTwoRows() <= width ? 2 : 3;
     }
 
     void placeButtons(const Place& area, int rows) noexcept {

@@ -120,8 +120,7 @@ class Picture {
         geometry.height = heightOf(where);
         geometry.headerHeight = height + px(rowPadding);
         geometry.rowHeight = height + px(rowPadding);
-        geometry.nameWidth =
-            std::max(std::min(px(GridGeometry::valueColumn), geometry.width / 2), geometry.width * 2 / 5);
+        geometry.nameWidth = geometry.usualNameWidth();
         geometry.rowCount = model.rowCount();
         const int saved = SaveDC(context_);
         IntersectClipRect(context_, where.left, where.top, where.right, where.bottom);
