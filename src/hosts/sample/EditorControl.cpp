@@ -70,6 +70,21 @@ void EditorControl::moveTo(const RECT& place) noexcept {
 }
 // end of snippet
 
+// snippet: appearance
+// The system tells its news to the windows of programs; a control's window inside them hears what its container hands on. The
+// font is the container's affair: the control asks for it anew when it is told that it changed.
+void EditorControl::appearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_SETTINGCHANGE) {
+        com::ComPtr<IOleControl> control;
+        site_->renewFont();
+        if (SUCCEEDED(editor_.As(&control))) {
+            control->OnAmbientPropertyChange(DISPID_AMBIENT_FONT);
+        }
+    }
+    SendMessageW(window(), message, wParam, lParam);
+}
+// end of snippet
+
 HWND EditorControl::window() const noexcept {
     HWND window = nullptr;
     return inPlace_ != nullptr && SUCCEEDED(inPlace_->GetWindow(&window)) ? window : nullptr;

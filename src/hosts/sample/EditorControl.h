@@ -24,6 +24,8 @@ class EditorControl {
     void show();
     /// The place has changed.
     void moveTo(const RECT& place) noexcept;
+    /// A message about settings, colours, fonts or themes has come to the program's window.
+    void appearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     /// The control's outermost window, null while it is not shown.
     [[nodiscard]] HWND window() const noexcept;
     /// Gives the control the focus. For a TAB, `message` is the key, which tells the end that the user comes from.

@@ -10,7 +10,7 @@ namespace vrn::sample {
 
 namespace {
 
-constexpr int titleHeight = 20;  // at 96 dpi
+constexpr int titlePadding = 5;  // at 96 dpi
 
 }  // namespace
 
@@ -18,7 +18,6 @@ void ListView::create(HWND parent, int id, const wchar_t* title, std::initialize
     title_ = CreateWindowExW(0, L"STATIC", title, WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, parent,
                              nullptr, nullptr, nullptr);
     requireWindow(title_);
-    SendMessageW(title_, WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
                               WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, 0,
                               0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
@@ -34,10 +33,17 @@ void ListView::create(HWND parent, int id, const wchar_t* title, std::initialize
     }
 }
 
+void ListView::setFont(HFONT font) noexcept {
+    for (HWND const window : {title_, window_}) {
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    }
+    titleHeight_ = lineHeight(font) + scaled(titlePadding);
+}
+
 void ListView::moveTo(const RECT& place) const noexcept {
     const int width = place.right - place.left;
-    const int top = place.top + scaled(titleHeight);
-    MoveWindow(title_, place.left + 2, place.top + 2, width - 2, scaled(titleHeight) - 2, TRUE);
+    const int top = place.top + titleHeight_;
+    MoveWindow(title_, place.left + 2, place.top + 2, width - 2, titleHeight_ - 2, TRUE);
     MoveWindow(window_, place.left, top, width, place.bottom - top, TRUE);
     RECT client{};
     GetClientRect(window_, &client);

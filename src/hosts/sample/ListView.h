@@ -17,6 +17,8 @@ class ListView {
 
     /// `title` stands above the list.
     void create(HWND parent, int id, const wchar_t* title, std::initializer_list<Column> columns);
+    /// The font stays the caller's.
+    void setFont(HFONT font) noexcept;
     [[nodiscard]] HWND window() const noexcept { return window_; }
     /// Moves title and list; the last column takes what is left of the width.
     void moveTo(const RECT& place) const noexcept;
@@ -29,6 +31,7 @@ class ListView {
     HWND title_ = nullptr;
     HWND window_ = nullptr;
     int columns_ = 0;
+    int titleHeight_ = 0;
 };
 
 }  // namespace vrn::sample

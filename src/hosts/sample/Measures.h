@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <type_traits>
+
 #include "com/Com.h"
 
 namespace vrn::sample {
@@ -21,15 +24,28 @@ namespace vrn::sample {
     return MulDiv(length, dots, USER_DEFAULT_SCREEN_DPI);
 }
 
-/// The font of the system's messages, kept as long as the program runs.
-[[nodiscard]] inline HFONT messageFont() noexcept {
-    static HFONT const font = [] {
-        NONCLIENTMETRICSW metrics{};
-        metrics.cbSize = sizeof metrics;
-        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
-        return CreateFontIndirectW(&metrics.lfMessageFont);
-    }();
-    return font;
+struct DeleteFont {
+    void operator()(HFONT font) const noexcept { DeleteObject(font); }
+};
+using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont>;
+
+/// The font of the system's messages as it is now.
+[[nodiscard]] inline Font messageFont() noexcept {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+    return Font(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+/// The height of a line.
+[[nodiscard]] inline int lineHeight(HFONT font) noexcept {
+    HDC const screen = GetDC(nullptr);
+    HGDIOBJ const before = SelectObject(screen, font);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(screen, &metrics);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+    return metrics.tmHeight;
 }
 
 /// `errors::Error` with the system's reason when a window could not be made.

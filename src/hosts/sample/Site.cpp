@@ -96,7 +96,7 @@ HRESULT Frame::EnableModeless(BOOL enable) {
     return S_OK;
 }
 
-Site::Site(Container& container) : container_(&container), font_(messageFont()) { frame_.Attach(new Frame(container)); }
+Site::Site(Container& container) : container_(&container) { frame_.Attach(new Frame(container)); }
 
 void Site::detach() noexcept {
     container_ = nullptr;
@@ -238,6 +238,9 @@ HRESULT Site::Invoke(DISPID member, REFIID /*iid*/, LCID /*locale*/, WORD flags,
         case DISPID_AMBIENT_FORECOLOR:
             return answer(result, static_cast<LONG>(0x80000000U | COLOR_BTNTEXT));
         case DISPID_AMBIENT_FONT:
+            if (font_ == nullptr) {
+                font_ = messageFont();
+            }
             if (font_ == nullptr) {
                 return DISP_E_MEMBERNOTFOUND;
             }

@@ -81,6 +81,8 @@ class Site final : public IOleClientSite, public IOleControlSite, public IOleInP
     Site(const Site&) = delete;
     Site& operator=(const Site&) = delete;
     void detach() noexcept;
+    /// The system's fonts have changed: the control is to be told that the ambient font has.
+    void renewFont() noexcept { font_.Reset(); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override;
@@ -129,7 +131,7 @@ class Site final : public IOleClientSite, public IOleControlSite, public IOleInP
     LONG references_ = 1;
     Container* container_;
     com::ComPtr<Frame> frame_;
-    com::ComPtr<IFontDisp> font_;
+    com::ComPtr<IFontDisp> font_;  // made when the control asks for it
 };
 
 }  // namespace vrn::sample

@@ -14,6 +14,7 @@ namespace {
 constexpr DWORD opaque = 0xFF000000U;
 constexpr int buttonHeight = 30;  // lengths at 96 dpi
 constexpr int roomAround = 22;    // icon and text together need this much beside their own widths
+constexpr int roomAbove = 12;     // and a text this much above and below it
 
 struct ToolButton {
     int command;
@@ -63,9 +64,9 @@ HBITMAP bitmapOf(std::string_view icon, int scale) {
     return bitmap;
 }
 
-int captionWidth(const wchar_t* caption) {
+int captionWidth(HFONT font, const wchar_t* caption) {
     HDC const screen = GetDC(nullptr);
-    HGDIOBJ const before = SelectObject(screen, messageFont());
+    HGDIOBJ const before = SelectObject(screen, font);
     SIZE size{};
     GetTextExtentPoint32W(screen, caption, lstrlenW(caption), &size);
     SelectObject(screen, before);
@@ -94,10 +95,8 @@ void ToolBar::create(HWND parent, int id) {
                               0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     requireWindow(window_);
     icons_ = makeIcons();
-    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
     SendMessageW(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons_));
-    SendMessageW(window_, TB_SETBUTTONSIZE, 0, MAKELPARAM(scaled(buttonHeight), scaled(buttonHeight)));
     std::vector<TBBUTTON> buttons;
     for (std::size_t i = 0; i < toolButtons.size(); ++i) {
         TBBUTTON button{};
@@ -114,11 +113,17 @@ void ToolBar::create(HWND parent, int id) {
         }
     }
     SendMessageW(window_, TB_ADDBUTTONSW, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
+}
+
+void ToolBar::setFont(HFONT font) noexcept {
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    const int height = std::max(scaled(buttonHeight), lineHeight(font) + scaled(roomAbove));
+    SendMessageW(window_, TB_SETBUTTONSIZE, 0, MAKELPARAM(height, height));
     for (const auto& button : toolButtons) {
         TBBUTTONINFOW size{};
         size.cbSize = sizeof size;
         size.dwMask = TBIF_SIZE;
-        size.cx = static_cast<WORD>(captionWidth(button.caption) + scaled(static_cast<int>(iconSize) + roomAround));
+        size.cx = static_cast<WORD>(captionWidth(font, button.caption) + scaled(static_cast<int>(iconSize) + roomAround));
         SendMessageW(window_, TB_SETBUTTONINFOW, static_cast<WPARAM>(button.command), reinterpret_cast<LPARAM>(&size));
     }
     resize();

@@ -15,6 +15,9 @@ class ToolBar {
     ToolBar& operator=(const ToolBar&) = delete;
 
     void create(HWND parent, int id);
+    [[nodiscard]] HWND window() const noexcept { return window_; }
+    /// The buttons become as large as their captions need. The font stays the caller's.
+    void setFont(HFONT font) noexcept;
     /// Takes the width of its parent.
     void resize() const noexcept { SendMessageW(window_, TB_AUTOSIZE, 0, 0); }
     [[nodiscard]] int height() const noexcept;

@@ -4,6 +4,7 @@
 #include <windowsx.h>
 
 #include <array>
+#include <utility>
 
 #include "errors/Error.h"
 #include "hosts/sample/Commands.h"
@@ -86,6 +87,29 @@ void Window::createChildren() {
     requireWindow(pane_);
     audit_.create(window_, idAudit);
     events_.create(window_, idEvents);
+    takeFont();
+}
+
+void Window::takeFont() {
+    // The former font goes when no window has it any more: at the end.
+    const auto former = std::exchange(font_, messageFont());
+    toolBar_.setFont(font_.get());
+    audit_.setFont(font_.get());
+    events_.setFont(font_.get());
+}
+
+void Window::appearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SETTINGCHANGE) {
+        takeFont();
+    }
+    for (HWND const window : {toolBar_.window(), status_, audit_.window(), events_.window()}) {
+        SendMessageW(window, message, wParam, lParam);
+    }
+    if (control_) {
+        control_->appearanceChanged(message, wParam, lParam);
+    }
+    arrange();
+    RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 RECT Window::controlPlace() const noexcept {
@@ -254,6 +278,14 @@ LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 arrange();
             }
             return 0;
+        case WM_SETTINGCHANGE:
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+        case WM_FONTCHANGE:
+            if (events_.window() != nullptr) {
+                appearanceChanged(message, wParam, lParam);
+            }
+            break;
         case WM_ACTIVATE:
             if (active_ != nullptr) {
                 active_->OnFrameWindowActivate(LOWORD(wParam) != WA_INACTIVE ? TRUE : FALSE);

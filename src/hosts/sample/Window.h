@@ -9,6 +9,7 @@
 #include "hosts/sample/AuditView.h"
 #include "hosts/sample/EditorControl.h"
 #include "hosts/sample/EventLog.h"
+#include "hosts/sample/Measures.h"
 #include "hosts/sample/MethodFile.h"
 #include "hosts/sample/Panes.h"
 #include "hosts/sample/ToolBar.h"
@@ -44,6 +45,8 @@ class Window final : public Container {
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void createChildren();
+    void takeFont();
+    void appearanceChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void arrange();
     bool onCursor() const;
     void onDrag(POINT place);
@@ -73,6 +76,7 @@ class Window final : public Container {
     Panes panes_;
     AuditView audit_;
     EventLog events_;
+    Font font_;  // of all but the control and the status bar
     HACCEL keys_ = nullptr;
     std::optional<EditorControl> control_;
     std::optional<MethodFile> file_;

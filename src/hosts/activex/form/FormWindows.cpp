@@ -34,6 +34,19 @@ void RootWindow::paint(HDC context) {
     FillRect(context, &client, GetSysColorBrush(COLOR_BTNFACE));
 }
 
+// The system's controls keep colours and themes of their own, and hear of a change through the windows around them.
+void RootWindow::handOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
+    const MSG given{handle(), message, wParam, lParam, 0, {}};
+    EnumChildWindows(
+        handle(),
+        [](HWND child, LPARAM parameter) -> BOOL {
+            const auto& what = *reinterpret_cast<const MSG*>(parameter);
+            SendMessageW(child, what.message, what.wParam, what.lParam);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&given));
+}
+
 LRESULT RootWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
@@ -49,6 +62,7 @@ LRESULT RootWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_THEMECHANGED:
         case WM_FONTCHANGE:
             events_.appearanceChanged();
+            handOn(message, wParam, lParam);
             return 0;
         case static_cast<UINT>(Later::SettleFocus):
             events_.settleFocus();

@@ -48,6 +48,8 @@ class RootWindow final : public FrameWindow {
     void paint(HDC context) override;
 
   private:
+    void handOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
+
     FormEvents& events_;
 };
 
