@@ -14,7 +14,6 @@ namespace {
 constexpr DWORD opaque = 0xFF000000U;
 constexpr int buttonHeight = 30;  // lengths at 96 dpi
 constexpr int roomAround = 22;    // icon and text together need this much beside their own widths
-constexpr int roomAbove = 12;     // and a text this much above and below it
 
 struct ToolButton {
     int command;
@@ -97,6 +96,7 @@ void ToolBar::create(HWND parent, int id) {
     icons_ = makeIcons();
     SendMessageW(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons_));
+    SendMessageW(window_, TB_SETBUTTONSIZE, 0, MAKELPARAM(scaled(buttonHeight), scaled(buttonHeight)));
     std::vector<TBBUTTON> buttons;
     for (std::size_t i = 0; i < toolButtons.size(); ++i) {
         TBBUTTON button{};
@@ -117,8 +117,6 @@ void ToolBar::create(HWND parent, int id) {
 
 void ToolBar::setFont(HFONT font) noexcept {
     SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    const int height = std::max(scaled(buttonHeight), lineHeight(font) + scaled(roomAbove));
-    SendMessageW(window_, TB_SETBUTTONSIZE, 0, MAKELPARAM(height, height));
     for (const auto& button : toolButtons) {
         TBBUTTONINFOW size{};
         size.cbSize = sizeof size;
