@@ -1,14 +1,19 @@
 #include <ostream>
 
 #include "audit/AuditTrail.h"
+#include "audit/MethodDiff.h"
 #include "hosts/cli/Commands.h"
 #include "hosts/cli/Json.h"
-#include "hosts/cli/MethodDiff.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
 #include "text/Lists.h"
 
 namespace vrn::cli {
+
+using audit::Difference;
+using audit::differenceOf;
+using audit::MethodDiff;
+using audit::StepDifference;
 
 namespace {
 

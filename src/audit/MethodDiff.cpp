@@ -1,4 +1,4 @@
-#include "hosts/cli/MethodDiff.h"
+#include "audit/MethodDiff.h"
 
 #include <algorithm>
 #include <map>
@@ -6,7 +6,7 @@
 
 #include "text/Lists.h"
 
-namespace vrn::cli {
+namespace vrn::audit {
 
 namespace {
 
@@ -238,4 +238,4 @@ MethodDiff differenceOf(const method::MethodContent& before, const method::Metho
     return diff;
 }
 
-}  // namespace vrn::cli
+}  // namespace vrn::audit

@@ -7,7 +7,7 @@
 
 #include "method/MethodContent.h"
 
-namespace vrn::cli {
+namespace vrn::audit {
 
 struct Difference {
     std::string name;  ///< of the parameter, or what else it is
@@ -32,4 +32,4 @@ struct MethodDiff {
 /// Steps are matched in order by their cycle, equal ones first; values by the names that the methods embed.
 [[nodiscard]] MethodDiff differenceOf(const method::MethodContent& before, const method::MethodContent& after);
 
-}  // namespace vrn::cli
+}  // namespace vrn::audit
