@@ -9,10 +9,12 @@
 #include <thread>
 
 #include "errors/Error.h"
+#include "hosts/sample/ChangeList.h"
 #include "hosts/sample/Verification.h"
 #include "hosts/sample/script/Dialogs.h"
 #include "hosts/sample/script/HostWindow.h"
 #include "hosts/sample/script/UserInput.h"
+#include "hosts/sample/script/XmlText.h"
 #include "sample/ActivationContext.h"
 
 namespace vrn::test {
@@ -67,6 +69,23 @@ class MethodFileTest : public ::testing::Test {
     const std::wstring method = (samples / "tutorial/methods/two-steps.xml").wstring();
     const std::wstring saved = (folder / "saved.xml").wstring();
 };
+
+TEST_F(MethodFileTest, ComparesWithWhatWasOpenedOrSavedLast) {
+    ASSERT_TRUE(file.open(method));
+    const auto now = [this] {
+        const auto built = file.build();
+        return built == nullptr ? std::string() : sample::textOf(built.Get());
+    };
+    EXPECT_TRUE(sample::changesBetween(file.reference(), now()).empty());
+    describe("something else");
+    EXPECT_EQ(sample::changesBetween(file.reference(), now()),
+              (std::vector<sample::ChangeRow>{
+                  {"Description", "My first method: wash, then inject 2 microlitres.", "something else"}}));
+    ASSERT_TRUE(file.save(saved));
+    EXPECT_TRUE(sample::changesBetween(file.reference(), now()).empty());
+    file.startNew();
+    EXPECT_EQ(file.reference(), "");
+}
 
 TEST_F(MethodFileTest, OpenedMethodIsUnchangedUntilTheUserChangesIt) {
     EXPECT_TRUE(file.open(method));

@@ -3,6 +3,8 @@
 #include <array>
 #include <functional>
 
+#include "text/windows/Wide.h"
+
 namespace vrn::sample {
 
 namespace {
@@ -49,36 +51,53 @@ constexpr std::array<Change, 3> singleChanges{{
 }  // namespace
 
 void AuditView::create(HWND parent, int id) {
-    ListView::create(parent, id, L"Audit trail", {{L"Changed", 150}, {L"New value", 120}});
+    ListView::create(parent, id, L"Changes", {{L"What", 126}, {L"Before", 82}, {L"Now", 80}});
 }
 
 void AuditView::showNothing() const {
     clear();
-    addRow({L"Not compared yet", L"F5 compares"});
+    addRow({L"Not compared yet", L"F5 compares", L""});
 }
 
-void AuditView::showTrail(const com::Bstr& trail) const {
+void AuditView::showNoMethod() const {
     clear();
+    addRow({L"No method to compare", L"", L""});
+}
+
+void AuditView::showChanges(const std::vector<ChangeRow>& changes, const com::Bstr& trail) const {
+    clear();
+    for (const auto& change : changes) {
+        addRow({text::toWide(change.what), text::toWide(change.before), text::toWide(change.now)});
+    }
+    if (changes.empty()) {
+        addRow({L"No changes", L"", L""});
+    }
+    addRow({L"", L"", L""});
+    addTrail(trail);
+}
+
+void AuditView::addTrail(const com::Bstr& trail) const {
     const auto document = parseDocument(trail.get());
     if (document == nullptr) {
-        addRow({L"No audit trail", L"of the method as it is"});
+        addRow({L"No audit trail", L"", L""});
         return;
     }
+    addRow({L"In the audit trail:", L"", L""});
     bool any = false;
     for (const auto& change : singleChanges) {
         forEachElement(document.Get(), change.path, [&](IXMLDOMElement* element) {
             if (hasAttribute(element, change.attribute)) {
-                addRow({change.caption, attributeOf(element, change.attribute)});
+                addRow({change.caption, L"", attributeOf(element, change.attribute)});
                 any = true;
             }
         });
     }
     forEachElement(document.Get(), L"MethodAuditTrail/MethodParameters/Parameter", [&](IXMLDOMElement* element) {
-        addRow({attributeOf(element, L"name"), attributeOf(element, L"value")});
+        addRow({attributeOf(element, L"name"), L"", attributeOf(element, L"value")});
         any = true;
     });
     if (!any) {
-        addRow({L"No changes", L""});
+        addRow({L"nothing", L"", L""});
     }
 }
 

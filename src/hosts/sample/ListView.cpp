@@ -51,7 +51,7 @@ void ListView::moveTo(const RECT& place) const noexcept {
     for (int column = 0; column < columns_ - 1; ++column) {
         others += ListView_GetColumnWidth(window_, column);
     }
-    ListView_SetColumnWidth(window_, columns_ - 1, std::max<int>(client.right - others, scaled(120)));
+    ListView_SetColumnWidth(window_, columns_ - 1, std::max<int>(client.right - others, scaled(80)));
 }
 
 void ListView::show(bool visible) const noexcept {

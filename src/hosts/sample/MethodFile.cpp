@@ -2,11 +2,14 @@
 
 #include <utility>
 
+#include "hosts/sample/script/XmlText.h"
+
 namespace vrn::sample {
 
 void MethodFile::load(const DocumentSet& set, IDispatch* method) {
     control_.SetXmlDocuments(set.macros.Get(), set.objects.Get(), method, set.config.Get());
     path_.clear();
+    reference_.clear();
     knownAsChanged_ = false;
 }
 
@@ -26,6 +29,7 @@ bool MethodFile::open(const std::wstring& path) {
     const bool accepted = errors_ == errorsBefore;
     if (accepted) {
         path_ = path;
+        reference_ = textOf(method.Get());
     }
     return accepted;
 }
@@ -53,6 +57,7 @@ bool MethodFile::save(const std::wstring& path) {
     control_.MethodIsChanged(true);
     static_cast<void>(control_.GetMethodXml());
     path_ = path;
+    reference_ = textOf(method.Get());
     knownAsChanged_ = false;
     return true;
 }

@@ -31,6 +31,8 @@ class MethodFile {
     bool save(const std::wstring& path);
     /// The method as it would be saved now; none when the control gives none. Changes nothing.
     [[nodiscard]] com::ComPtr<IDispatch> build();
+    /// The method's text as it was opened or saved last; empty for a new one.
+    [[nodiscard]] const std::string& reference() const noexcept { return reference_; }
     [[nodiscard]] com::Bstr auditTrail() { return control_.AuditTrail(); }
 
     /// An error event has come in.
@@ -42,6 +44,7 @@ class MethodFile {
     EditorControl& control_;
     DocumentSet set_;
     std::wstring path_;
+    std::string reference_;
     int errors_ = 0;
     bool knownAsChanged_ = false;
 };

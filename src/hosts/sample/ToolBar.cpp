@@ -121,7 +121,8 @@ void ToolBar::setFont(HFONT font) noexcept {
         TBBUTTONINFOW size{};
         size.cbSize = sizeof size;
         size.dwMask = TBIF_SIZE;
-        size.cx = static_cast<WORD>(captionWidth(font, button.caption) + scaled(static_cast<int>(iconSize) + roomAround));
+        size.cx =
+            static_cast<WORD>(captionWidth(font, button.caption) + scaled(static_cast<int>(iconSize) + roomAround));
         SendMessageW(window_, TB_SETBUTTONINFOW, static_cast<WPARAM>(button.command), reinterpret_cast<LPARAM>(&size));
     }
     resize();

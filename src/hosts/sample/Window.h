@@ -62,6 +62,7 @@ class Window final : public Container {
     void verify();
     void lock(bool locked);
     void compare();
+    void showNoticeAgain();
     void toggle(bool& shown);
     /// Asks about unsaved changes. False when the user is to stay.
     [[nodiscard]] bool mayLeaveMethod();

@@ -11,6 +11,7 @@
 #include "hosts/sample/FileDialogs.h"
 #include "hosts/sample/Verification.h"
 #include "hosts/sample/Window.h"
+#include "hosts/sample/script/XmlText.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::sample {
@@ -105,6 +106,7 @@ bool Window::save(bool underNewName) {
     }
     // The trail tells of the changes since the method was opened or saved last: afterwards there are none.
     const int messagesBefore = messages_;
+    const auto before = file_->reference();
     const auto trail = file_->auditTrail();
     if (messages_ != messagesBefore) {
         return false;  // a value is refused: the user has read it, and is to mend it first
@@ -113,7 +115,7 @@ bool Window::save(bool underNewName) {
         tell(L"There is no method to save: the sequence is empty.", MB_ICONINFORMATION);
         return false;
     }
-    audit_.showTrail(trail);
+    audit_.showChanges(changesBetween(before, file_->reference()), trail);
     events_.note(L"Saved: " + path);
     showState();
     return true;
@@ -138,6 +140,7 @@ void Window::verify() {
     } else {
         tell(L"Another editor does not accept the method:\n\n" + found.front().strError, MB_ICONWARNING);
     }
+    showNoticeAgain();
 }
 
 void Window::lock(bool locked) {
@@ -148,8 +151,23 @@ void Window::lock(bool locked) {
 
 void Window::compare() {
     file_->isChanged();
-    audit_.showTrail(file_->auditTrail());
+    const auto method = file_->build();
+    if (method == nullptr) {
+        audit_.showNoMethod();
+    } else {
+        audit_.showChanges(changesBetween(file_->reference(), textOf(method.Get())), file_->auditTrail());
+        showNoticeAgain();
+    }
     showState();
+}
+
+// A method that was built has the newest cycles, so the control takes its notice about older ones away. Nothing was saved: the
+// control looks at the opened method again when the description becomes editable.
+void Window::showNoticeAgain() {
+    control_->DisableDescription(false);
+    if (locked_) {
+        control_->DisableMethod(true);
+    }
 }
 
 void Window::toggle(bool& shown) {

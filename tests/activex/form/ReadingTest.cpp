@@ -186,8 +186,8 @@ TEST_F(ReadingTest, ALockedGridIsWalkedThroughAndCopiedFrom) {
                                reinterpret_cast<void**>(accessible.GetAddressOf()));
     com::Variant states;
     ASSERT_EQ(accessible->get_accState(com::Variant(std::int32_t{CHILDID_SELF}).get(), states.put()), S_OK);
-    EXPECT_EQ(states.get().lVal, STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_READONLY | STATE_SYSTEM_FOCUSABLE |
-                                     STATE_SYSTEM_FOCUSED);
+    EXPECT_EQ(states.get().lVal,
+              STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_READONLY | STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED);
 }
 
 TEST_F(ReadingTest, TabReachesWhatCanBeReadInALockedMethod) {

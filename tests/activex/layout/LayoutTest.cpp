@@ -27,9 +27,14 @@ std::vector<ControlId> allIds() {
     return ids;
 }
 
-constexpr std::array captioned{
-    ControlId::fraMethodDescription, ControlId::fraSyringe, ControlId::fraMacroSequence, ControlId::fraAvailableCycles,
-    ControlId::cmdInsert,            ControlId::cmdReplace, ControlId::cmdDelete,        ControlId::cmdDefCycle};
+constexpr std::array captioned{ControlId::fraMethodDescription,
+                               ControlId::fraSyringe,
+                               ControlId::fraMacroSequence,
+                               ControlId::fraAvailableCycles,
+                               ControlId::cmdInsert,
+                               ControlId::cmdReplace,
+                               ControlId::cmdDelete,
+                               ControlId::cmdDefCycle};
 
 struct Case {
     int width;
@@ -96,11 +101,11 @@ void expectInPlace(const Layout& layout, bool complete) {
         const Place& frame = layout.of(frameOf(id));
         const int number = static_cast<int>(id);
         EXPECT_TRUE(place.width() >= 0 && place.height() >= 0) << number;
-        EXPECT_TRUE(place.empty() ||
-                    (place.left >= 0 && place.top >= 0 && place.right <= frame.width() && place.bottom <= frame.height()))
+        EXPECT_TRUE(place.empty() || (place.left >= 0 && place.top >= 0 && place.right <= frame.width() &&
+                                      place.bottom <= frame.height()))
             << number << " " << ::testing::PrintToString(place) << " in " << ::testing::PrintToString(frame);
-        const bool optional = id == ControlId::txtToolTip || id == ControlId::cmdDefCycle ||
-                              id == ControlId::lblCycleDateChanged;
+        const bool optional =
+            id == ControlId::txtToolTip || id == ControlId::cmdDefCycle || id == ControlId::lblCycleDateChanged;
         EXPECT_TRUE(!complete || optional || !place.empty()) << number;
         for (const auto other : allIds()) {
             EXPECT_FALSE(id < other && id != ControlId::fraMethodEditor && frameOf(id) == frameOf(other) &&
@@ -134,16 +139,25 @@ void expectServed(const Case& c) {
     const int rows = std::min(listRows(layout, input), gridRows(layout, input));
     EXPECT_GE(rows, !complete ? 0 : high >= 400 ? 7 : high >= 300 ? 5 : 4);
     // Air and lines are for forms in which list and grid have what they need.
-    const bool spends = layout.of(ControlId::fraMacroSequence).left > scaled(4, c.dpi) ||
-                        descriptionLines(layout, input) > 1;
+    const bool spends =
+        layout.of(ControlId::fraMacroSequence).left > scaled(4, c.dpi) || descriptionLines(layout, input) > 1;
     EXPECT_TRUE(!spends || rows >= 8) << rows;
 }
 
 // Nothing overlaps and nothing lies outside. With a width of 300 in the usual font at 96 dpi all captions are whole; with a
 // height of 240, or of 320 with a notice, all controls are there, and list and grid have several rows.
 TEST(LayoutTest, EverySizeServesWhatMatters) {
-    for (const auto& [width, height] : {std::pair(160, 120), {320, 240}, {400, 300}, {320, 900}, {480, 640}, {640, 480},
-                                        {800, 600}, {1024, 768}, {1280, 960}, {1920, 1080}, {3840, 2160}}) {
+    for (const auto& [width, height] : {std::pair(160, 120),
+                                        {320, 240},
+                                        {400, 300},
+                                        {320, 900},
+                                        {480, 640},
+                                        {640, 480},
+                                        {800, 600},
+                                        {1024, 768},
+                                        {1280, 960},
+                                        {1920, 1080},
+                                        {3840, 2160}}) {
         for (const int dpi : {96, 120, 144, 192}) {
             for (const int font : {100, 150}) {
                 expectServed({width, height, dpi, font, false});

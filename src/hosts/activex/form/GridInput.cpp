@@ -15,7 +15,7 @@ namespace {
 
 constexpr int hintOffsetX = 12;  // lengths at 96 dpi
 constexpr int hintOffsetY = 20;
-constexpr wchar_t controlC = 3;  // the character that Ctrl+C makes
+constexpr wchar_t controlC = 3;                               // the character that Ctrl+C makes
 constexpr int menuPosition = GridGeometry::valueColumn + 50;  // in the part of a value that opens the menu
 
 bool isList(const controls::Grid& model, int row) noexcept {

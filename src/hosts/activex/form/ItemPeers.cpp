@@ -21,7 +21,7 @@ constexpr ItemMessages listMessages{LB_INSERTSTRING, LB_DELETESTRING, LB_RESETCO
 constexpr ItemMessages comboMessages{CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT,
                                      CB_SETCURSEL,    CB_GETCURSEL,    CB_INITSTORAGE};
 constexpr int rowPadding = 8;  // lengths at 96 dpi
-constexpr int rowInset = 2;  // from the edge to a row's text
+constexpr int rowInset = 2;    // from the edge to a row's text
 constexpr int widestDropDown = 600;
 
 int shiftState(WPARAM keys) noexcept {

@@ -256,11 +256,11 @@ class Planner {
     // The catalogue above, the grid below.
     void placeParameters(const Place& area) noexcept {
         const int inside = area.width() - 2 * inset_;
-        const int button = input_.initialCycle
-                               ? std::min(std::max(px(buttonWidth), captionWidth(ControlId::cmdDefCycle) +
-                                                                        2 * px(buttonPadding)),
-                                          std::max(inside, 0))
-                               : 0;
+        const int button =
+            input_.initialCycle
+                ? std::min(std::max(px(buttonWidth), captionWidth(ControlId::cmdDefCycle) + 2 * px(buttonPadding)),
+                           std::max(inside, 0))
+                : 0;
         const bool beside = button > 0 && inside - button - controlGap() >= px(leastComboWidth);
         const int row = beside ? std::max(input_.comboHeight, buttonHeight()) : input_.comboHeight;
         const int below = button > 0 && !beside ? controlGap() + buttonHeight() : 0;
@@ -311,9 +311,9 @@ class Search {
         const int lines = std::clamp(input_.height / (6 * std::max(input_.textHeight, 1)), leastDescriptionLines,
                                      mostDescriptionLines);
         const bool isNarrow = input_.width < scaled(narrow, input_.dpi);
-        static_cast<void>((isNarrow && tryShrinking(lines, leastStackedLines, true)) ||
-                          tryShrinking(lines, 1, false) || accept({tight}, usefulRows) ||
-                          accept({bare}, usefulRows) || accept({bare, 1, false, false}, fewestRows));
+        static_cast<void>((isNarrow && tryShrinking(lines, leastStackedLines, true)) || tryShrinking(lines, 1, false) ||
+                          accept({tight}, usefulRows) || accept({bare}, usefulRows) ||
+                          accept({bare, 1, false, false}, fewestRows));
         return found_;
     }
 

@@ -34,8 +34,8 @@ struct LayoutInput {
     int listRowHeight = 0;
     int gridRowHeight = 0;
     int gridHeaderHeight = 0;
-    int noticeHeight = 0;                     ///< of the wrapped notice at the lower edge, 0 while it is hidden
-    bool initialCycle = false;                ///< whether the button beside the catalogue is shown
+    int noticeHeight = 0;                      ///< of the wrapped notice at the lower edge, 0 while it is hidden
+    bool initialCycle = false;                 ///< whether the button beside the catalogue is shown
     std::array<int, controlCount> captions{};  ///< widths of the captions of frames and buttons
 };
 

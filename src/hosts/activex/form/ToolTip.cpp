@@ -11,7 +11,7 @@ namespace vrn::activex {
 
 namespace {
 
-constexpr int widest = 400;        // at 96 dpi
+constexpr int widest = 400;         // at 96 dpi
 constexpr short stays = 30 * 1000;  // milliseconds: long enough to read the longest text
 
 TOOLINFOW toolOf(HWND owner, const RECT& area) noexcept {
