@@ -310,6 +310,27 @@ void ComboPeer::onCommand(int code) {
     }
 }
 
+// The system draws the text of a disabled list too faintly to be read; what the method says is to be readable.
+void ComboPeer::paintReadably() const {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (GetComboBoxInfo(handle(), &info) == FALSE) {
+        return;
+    }
+    RECT place = info.rcItem;
+    const WindowContext context(handle());
+    const Selected selected(context.get(), font());
+    // The ground is the system's or its theme's: taken where no text reaches.
+    SetBkColor(context.get(), GetPixel(context.get(), place.right - 1, place.top));
+    ExtTextOutW(context.get(), 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
+    SetTextColor(context.get(), GetSysColor(COLOR_WINDOWTEXT));
+    SetBkMode(context.get(), TRANSPARENT);
+    place.left += scaled(rowInset, look().dpi);
+    const auto text = text::toWide(model_.text());
+    DrawTextW(context.get(), text.c_str(), static_cast<int>(text.size()), &place,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
 LRESULT ComboPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_MOUSEWHEEL) {
         handled_ = false;
@@ -317,7 +338,11 @@ LRESULT ComboPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
     }
-    return ItemPeer::onMessage(message, wParam, lParam);
+    const LRESULT result = ItemPeer::onMessage(message, wParam, lParam);
+    if (message == WM_PAINT && session().open() && !model_.enabled()) {
+        paintReadably();
+    }
+    return result;
 }
 
 }  // namespace vrn::activex

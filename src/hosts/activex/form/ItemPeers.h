@@ -101,6 +101,8 @@ class ComboPeer final : public ItemPeer {
     void widthChanged(int widest) override;
 
   private:
+    void paintReadably() const;
+
     controls::ComboBox& model_;
     bool accepted_ = false;  // the drop-down list was closed by a choice
     bool handled_ = false;   // and the choice is done: the report that follows tells nothing new

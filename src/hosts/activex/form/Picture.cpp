@@ -75,7 +75,7 @@ class Picture {
         return where;
     }
     void combo(ControlId id, const controls::ComboBox& model) const {
-        text(field(id, model.enabled()), model.text(), model.enabled(),
+        text(field(id, model.enabled()), model.text(), true,
              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
         RECT arrow = place(id);
         InflateRect(&arrow, -2, -2);
