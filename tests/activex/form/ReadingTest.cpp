@@ -280,6 +280,7 @@ TEST_F(ReadingTest, CutTextsHaveATip) {
     state().lblCycleDateChanged.setVisible(true);
     resize(640, 220);
     EXPECT_EQ(tipInTheMiddle(window(ControlId::lblCycleDateChanged)), state().lblCycleDateChanged.caption());
+    EXPECT_EQ(SendMessageW(window(ControlId::lblCycleDateChanged), WM_NCHITTEST, 0, 0), HTCLIENT);
     state().lblCycleDateChanged.setCaption("Short");
     EXPECT_EQ(tipInTheMiddle(window(ControlId::lblCycleDateChanged)), "");
 }

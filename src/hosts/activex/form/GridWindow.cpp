@@ -193,8 +193,6 @@ void GridWindow::update(Change change) {
             }
             break;
         case Change::Enabled:
-            InvalidateRect(handle(), nullptr, FALSE);
-            break;
         case Change::Look:
             InvalidateRect(handle(), nullptr, FALSE);
             break;

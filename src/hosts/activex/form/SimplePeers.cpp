@@ -114,7 +114,10 @@ wchar_t ButtonPeer::mnemonicOf(const controls::Button& model) {
         reinterpret_cast<ULONG_PTR>(CharUpperW(reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(caption[mark + 1])))));
 }
 
-Window::Making LabelPeer::making(HWND parent) const { return {L"STATIC", L"", SS_LEFT | SS_NOPREFIX, 0, parent, 0}; }
+// Without SS_NOTIFY the mouse would not come to it, and no tip either.
+Window::Making LabelPeer::making(HWND parent) const {
+    return {L"STATIC", L"", SS_LEFT | SS_NOPREFIX | SS_NOTIFY, 0, parent, 0};
+}
 
 void LabelPeer::update(Change change) {
     if (change == Change::Text) {
@@ -152,9 +155,6 @@ Tip LabelPeer::tipAt(POINT /*place*/) {
 
 LRESULT LabelPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_NCHITTEST:
-            // The system's label lets the mouse through, to whom no tip would come.
-            return HTCLIENT;
         case WM_ERASEBKGND:
             return 1;
         case WM_SIZE:
