@@ -302,6 +302,9 @@ TEST_F(ReadingTest, CutCellsAreToldByTheTipOrTheHint) {
     state().grdMacro.setCellText(1, 1, std::string(50, 'w'));
     resize(500, 600);
     EXPECT_GT(heightAt(1), before);
+    EXPECT_EQ(tip(grid(), 20, rowY(2)), "");
+    SendMessageW(grid(), WM_MOUSELEAVE, 0, 0);
+    EXPECT_EQ(tip(grid(), 20, rowY(1)), "");
     EXPECT_EQ(textOf(hint), "Range: 1 to 10 Default: 5");
 }
 

@@ -106,10 +106,16 @@ LRESULT Window::run(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         session_.focusWent(reinterpret_cast<HWND>(wParam));
     }
     try {
-        if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+        const bool fromMouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+        if (fromMouse && message != WM_MOUSEMOVE) {
             mouseCame(message, wParam, lParam);
         }
-        return onMessage(message, wParam, lParam);
+        const LRESULT result = onMessage(message, wParam, lParam);
+        // A move may have shown something that takes the place of a tip.
+        if (message == WM_MOUSEMOVE && handle_ != nullptr && session_.open()) {
+            mouseCame(message, wParam, lParam);
+        }
+        return result;
     } catch (...) {
         // The engine reports its failures itself; for what fails around it, there is nobody to tell.
         return 0;

@@ -61,7 +61,7 @@ class Window {
     void make(const Making& making);
 
     virtual LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) { return byDefault(message, wParam, lParam); }
-    /// The mouse has sent the message, which is dealt with next.
+    /// The mouse has sent the message. A move has been dealt with already, anything else is dealt with next.
     virtual void mouseCame(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {}
     /// The window is about to go.
     virtual void ending() noexcept {}
