@@ -150,9 +150,11 @@ void Window::lock(bool locked) {
 }
 
 void Window::compare() {
+    const int messagesBefore = messages_;
     file_->isChanged();
-    const auto method = file_->build();
+    const auto method = messages_ == messagesBefore ? file_->build() : nullptr;
     if (method == nullptr) {
+        // The sequence is empty, or a value is refused, which the user has read.
         audit_.showNoMethod();
     } else {
         audit_.showChanges(changesBetween(file_->reference(), textOf(method.Get())), file_->auditTrail());

@@ -198,6 +198,21 @@ TEST_F(FormTest, EverythingStandsApartAndGrowsWithTheForm) {
     DeleteObject(big);
 }
 
+TEST_F(FormTest, NewsOfTheSystemReachItsControls) {
+    static int heard = 0;
+    static WNDPROC former = nullptr;
+    heard = 0;
+    const WNDPROC listener = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        heard += message == WM_SYSCOLORCHANGE ? 1 : 0;
+        return CallWindowProcW(former, window, message, wParam, lParam);
+    };
+    const HWND header = GetDlgItem(grid(), activex::gridHeaderId);
+    former = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(listener)));
+    SendMessageW(form.window(), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(heard, 1);
+    SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(former));
+}
+
 TEST_F(FormTest, TheFocusIsNotLostWithItsControl) {
     loadSteps({"COUNT(2)"});
     SetFocus(window(ControlId::cmdDelete));
