@@ -213,7 +213,7 @@ TEST_F(ReadingTest, WhatIsLockedIsGreyAndItsTextIsNot) {
     EXPECT_GE(textContrast(description(), {2, 2, 120, 30}), 4.5);
     const int middle = rowY(2);
     EXPECT_GE(textContrast(grid(), {2, middle - 8, 100, middle + 8}), 4.5);
-    EXPECT_GE(textContrast(window(ControlId::cboSyringe), {4, 4, 60, 18}), 4.5);
+    EXPECT_GE(textContrast(window(ControlId::cboSyringe), {5, 5, 60, 17}), 4.5);
     for (const auto& [of, x, y] : {std::tuple(list(), row.right - 2, row.bottom - 2), {description(), 200, 2}}) {
         const HDC context = GetDC(of);
         EXPECT_EQ(GetPixel(context, x, y), GetSysColor(COLOR_BTNFACE));

@@ -22,6 +22,7 @@ constexpr ItemMessages comboMessages{CB_INSERTSTRING, CB_DELETESTRING, CB_RESETC
                                      CB_SETCURSEL,    CB_GETCURSEL,    CB_INITSTORAGE};
 constexpr int rowPadding = 8;  // lengths at 96 dpi
 constexpr int rowInset = 2;    // from the edge to a row's text
+constexpr int borderWidth = 3;
 constexpr int widestDropDown = 600;
 
 int shiftState(WPARAM keys) noexcept {
@@ -320,8 +321,9 @@ void ComboPeer::paintReadably() const {
     RECT place = info.rcItem;
     const WindowContext context(handle());
     const Selected selected(context.get(), font());
-    // The ground is the system's or its theme's: taken where no text reaches.
-    SetBkColor(context.get(), GetPixel(context.get(), place.right - 1, place.top));
+    // The ground is the system's or its theme's: taken above the text, inside of the border.
+    const int inside = scaled(borderWidth, look().dpi);
+    SetBkColor(context.get(), GetPixel(context.get(), place.right - inside, place.top + inside));
     ExtTextOutW(context.get(), 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
     SetTextColor(context.get(), GetSysColor(COLOR_WINDOWTEXT));
     SetBkMode(context.get(), TRANSPARENT);
