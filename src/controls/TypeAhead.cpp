@@ -85,6 +85,18 @@ int TypeAhead::meant(const std::vector<std::string>& rows, int selected, bool ag
     return row;
 }
 
+void TypeAhead::takeBack(Time now) {
+    if (!goesOn(now)) {
+        return forget();
+    }
+    while (!typed_.empty() && (static_cast<unsigned char>(typed_.back()) & 0xC0U) == 0x80U) {
+        typed_.pop_back();
+    }
+    typed_.pop_back();
+    letter_ = typed_.size() == 1 ? typed_ : std::string();
+    last_ = now;
+}
+
 int TypeAhead::type(std::string_view letter, Time now, const std::vector<std::string>& rows, int selected) {
     const auto upper = text::upperCase(letter);
     const bool further = goesOn(now);

@@ -27,6 +27,8 @@ class TypeAhead {
     /// (`noSelection` for none). `noSelection` when no row fits: the selection stays. Times are those of a clock that only
     /// goes forward, with any zero.
     [[nodiscard]] int type(std::string_view letter, Time now, const std::vector<std::string>& rows, int selected);
+    /// The user takes the last letter back, within the pause: a slip does not cost the name.
+    void takeBack(Time now);
     /// Whether a letter typed now would go on with the text before: a blank does, but begins none.
     [[nodiscard]] bool goesOn(Time now) const noexcept;
     /// The user did something else: the next letter begins a new text.

@@ -63,6 +63,20 @@ TEST(TypeAhead, ThePartOfANameServesWhereNoneBeginsWithIt) {
     EXPECT_EQ(user.type("ewa"), "PREWASH");
 }
 
+TEST(TypeAhead, ASlipIsTakenBack) {
+    Typist user(cycles);
+    user.type("cj");
+    user.keys.takeBack(user.now);
+    EXPECT_EQ(user.type("ou"), "COUNT");
+    for (int i = 0; i < 4; ++i) {
+        user.keys.takeBack(user.now);
+    }
+    EXPECT_FALSE(user.keys.goesOn(user.now));
+    EXPECT_EQ(user.type("w\xC3"), "WASH");
+    user.keys.takeBack(user.now);
+    EXPECT_EQ(user.type("a"), "WASH");
+}
+
 TEST(TypeAhead, WhatIsSelectedStaysWhileItFits) {
     Typist user(cycles);
     user.selected = 1;

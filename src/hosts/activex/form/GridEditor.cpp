@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "controls/ItemList.h"
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/SimplePeers.h"
+#include "hosts/activex/form/Typing.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -100,6 +102,15 @@ LRESULT GridEditorWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
                 (wParam == VK_ESCAPE && !list_)) {
                 return 0;
             }
+            if (list_ && editor_.letterTyped(static_cast<wchar_t>(wParam))) {
+                return 0;
+            }
+            break;
+        case WM_MOUSEWHEEL:
+            if (list_ && send(CB_GETDROPPEDSTATE) == FALSE) {
+                // A closed list leaves the wheel to the grid.
+                return DefWindowProcW(handle(), message, wParam, lParam);
+            }
             break;
         case WM_KILLFOCUS:
             if (editor_.isOpen() && session().open()) {
@@ -108,6 +119,9 @@ LRESULT GridEditorWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             break;
         default:
             break;
+    }
+    if (endsTyping(message, wParam)) {
+        editor_.typed_.forget();
     }
     return byDefault(message, wParam, lParam);
 }
@@ -133,6 +147,7 @@ void GridEditor::open(int row, const RECT& place) {
         return;
     }
     valueBefore_ = cells->value;
+    typed_.forget();
     row_ = row;
     listOpen_ = cells->style == controls::EditStyle::DropDownList;
     // First the size, then the text: a box without width would scroll it out of sight.
@@ -228,6 +243,16 @@ void GridEditor::textTyped() {
         model_.userTypeText(row_, text::fromWide(windowText(text_.handle())));
         typing_ = false;
     }
+}
+
+bool GridEditor::letterTyped(wchar_t character) {
+    const int selected = static_cast<int>(SendMessageW(list_.handle(), CB_GETCURSEL, 0, 0));
+    const auto row = rowTyped(typed_, character, items_, selected);
+    if (row && *row != controls::noSelection && *row != selected) {
+        SendMessageW(list_.handle(), CB_SETCURSEL, static_cast<WPARAM>(*row), 0);
+        itemChosen();
+    }
+    return row.has_value();
 }
 
 void GridEditor::itemChosen() {

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "controls/Grid.h"
+#include "controls/TypeAhead.h"
+#include "controls/TypeAhead.h"
 #include "hosts/activex/form/Window.h"
 
 namespace vrn::activex {
@@ -75,6 +77,7 @@ class GridEditor {
     void fillList(const controls::GridRow& cells);
     void textTyped();
     void itemChosen();
+    [[nodiscard]] bool letterTyped(wchar_t character);
     [[nodiscard]] GridEditorSite& site() const noexcept { return site_; }
 
     controls::Grid& model_;
@@ -83,6 +86,7 @@ class GridEditor {
     GridEditorWindow text_;
     GridEditorWindow list_;
     std::vector<std::string> items_;  // of the list window
+    controls::TypeAhead typed_;
     std::string valueBefore_;
     int row_ = 0;
     bool listOpen_ = false;

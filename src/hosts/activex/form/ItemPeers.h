@@ -1,10 +1,12 @@
 // Peers of lists: the list of steps and the drop-down lists.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "controls/ItemList.h"
+#include "controls/TypeAhead.h"
 #include "hosts/activex/form/Peer.h"
 #include "hosts/activex/form/ToolTip.h"
 
@@ -28,8 +30,9 @@ class ItemPeer : public Peer {
     void lookChanged() override;
 
   protected:
-    ItemPeer(Session& session, controls::ItemList& model, ControlId id, const ItemMessages& messages) noexcept
-        : Peer(session, model, id), model_(model), messages_(messages) {}
+    ItemPeer(Session& session, controls::ItemList& model, ControlId id, const ItemMessages& messages,
+             controls::TypeAhead::Rows rows) noexcept
+        : Peer(session, model, id), model_(model), messages_(messages), typed_(rows) {}
 
     void update(controls::Change change) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -46,8 +49,11 @@ class ItemPeer : public Peer {
     void catchUp();
     /// The window now shows what the model holds.
     virtual void caughtUp() {}
+    /// The letters that the user has typed mean this row.
+    virtual void typedTo(int row) { choose(row); }
 
   private:
+    [[nodiscard]] bool onCharacter(wchar_t character);
     void takeRows();
     void replaceRows(std::size_t from, std::size_t oldCount, std::size_t newCount);
     void measure(std::size_t from, std::size_t oldCount, std::size_t newCount);
@@ -56,6 +62,7 @@ class ItemPeer : public Peer {
     const ItemMessages& messages_;
     std::vector<std::string> shown_;  // the window's rows
     std::vector<int> widths_;         // of these
+    controls::TypeAhead typed_;
     bool rowsStale_ = true;
     bool indexStale_ = true;
     bool catchingUp_ = false;
@@ -71,9 +78,20 @@ class ListPeer final : public ItemPeer {
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     HFONT font() const noexcept override { return look().gridFont; }
     void widthChanged(int widest) override;
+    void update(controls::Change change) override;
+    void caughtUp() override;
 
   private:
+    LRESULT onPress(UINT message, WPARAM wParam, LPARAM lParam);
+    /// The row at a place of the client area, `noSelection` where there is none.
+    [[nodiscard]] int rowAt(POINT place) const noexcept;
+    void show(int row) const noexcept;
+
     controls::ListBox& model_;
+    std::optional<int> topAtPress_;  // the first row in view while a press is being taken
+    bool pressed_ = false;           // the left button is down, and the press is done: its report tells nothing new
+    bool selectedToBeSeen_ = false;  // wherever the user has scrolled to
+    bool rowToBeSeen_ = false;       // and the one that the model has asked for
 };
 
 class ComboPeer final : public ItemPeer {
@@ -90,6 +108,7 @@ class ComboPeer final : public ItemPeer {
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void widthChanged(int widest) override;
     void caughtUp() override;
+    void typedTo(int row) override;
 
   private:
     controls::ComboBox& model_;
