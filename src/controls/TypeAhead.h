@@ -18,7 +18,7 @@ class TypeAhead {
 
     /// What the rows of a list begin with.
     enum class Rows {
-        Plain,     ///< their name
+        Plain,  ///< their name
         Numbered,  ///< their number, a blank and their name: digits mean the number, letters the name, both together the whole
     };
     explicit TypeAhead(Rows kind = Rows::Plain) noexcept : kind_(kind) {}

@@ -2,6 +2,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "hosts/activex/form/GridWindow.h"
 #include "hosts/activex/form/Metrics.h"
@@ -15,35 +16,28 @@ namespace {
 
 constexpr int hintOffsetX = 12;  // lengths at 96 dpi
 constexpr int hintOffsetY = 20;
-constexpr int menuPosition = GridGeometry::valueColumn + 50;  // in the part of a value that opens the menu
+constexpr int menuPosition = (controls::Grid::menuFrom + controls::Grid::menuTo) / 2;
 
 bool isList(const controls::Grid& model, int row) noexcept {
     const auto* const cells = model.row(row);
     return cells != nullptr && cells->style == EditStyle::DropDownList;
 }
 
+bool leftButtonIsDown() noexcept {
+    return GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
+}
+
 }  // namespace
 
 LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
-    const int x = GET_X_LPARAM(lParam);
-    const int y = GET_Y_LPARAM(lParam);
     switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_RBUTTONDOWN:
-            onPress(x, y, message == WM_RBUTTONDOWN);
-            return 0;
-        case WM_LBUTTONDBLCLK:
-            onDoubleClick(x, y);
-            return 0;
-        case WM_MOUSEMOVE:
-            onHover(x, y);
-            return 0;
-        case WM_MOUSELEAVE:
-            onLeave();
-            return 0;
         case WM_MOUSEWHEEL:
-            onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
-            return 0;
+            // With all rows in view it is for what is around the grid.
+            if (geometry().lastTop() > 1) {
+                onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+                return 0;
+            }
+            break;
         case WM_VSCROLL:
             onScroll(LOWORD(wParam));
             return 0;
@@ -58,44 +52,150 @@ LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_CONTEXTMENU:
             if (lParam == -1) {
-                openMenu();
+                const int row = model_.currentRow();
+                askForMenu(row, geometry().value(row).left, false);
+                return 0;
+            }
+            if (onContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
                 return 0;
             }
             break;
         default:
-            break;
+            return onMouse(message, wParam, lParam);
     }
     return byDefault(message, wParam, lParam);
 }
 
-void GridWindow::onPress(int x, int y, bool right) {
+LRESULT GridWindow::onMouse(UINT message, WPARAM wParam, LPARAM lParam) {
+    const int x = GET_X_LPARAM(lParam);
+    const int y = GET_Y_LPARAM(lParam);
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            onPress(x, y);
+            return 0;
+        case WM_LBUTTONUP:
+            onRelease(x, y);
+            return 0;
+        case WM_LBUTTONDBLCLK:
+            onDoubleClick(x, y);
+            return 0;
+        case WM_RBUTTONDOWN:
+            onRightPress(y);
+            return 0;
+        case WM_CAPTURECHANGED:
+            letGoOfMenu();
+            return 0;
+        case WM_MOUSEMOVE:
+            onHover(x, y, (wParam & MK_LBUTTON) != 0);
+            return 0;
+        case WM_MOUSELEAVE:
+            onLeave();
+            return 0;
+        default:
+            return byDefault(message, wParam, lParam);
+    }
+}
+
+void GridWindow::onPress(int x, int y) {
+    const int row = geometry().rowAt(y);
     if (!session().userMayAct()) {
         return;
     }
-    const int row = geometry().rowAt(y);
-    const bool again = row == model_.currentRow() && GetFocus() == handle();
     SetFocus(handle());
     if (!usable() || row < 1) {
         return;
     }
     const auto part = geometry_.partAt(x, isList(model_, row));
-    pressed_ = {x, y};
     model_.userMouseMove(-1);
-    // The arrow is not a part that opens the menu, wherever it stands.
-    const int position = part == GridPart::Arrow ? 0 : geometry_.position(x);
-    const bool done = model_.userMouseDown(row, position) == UserRequest::Done;
+    if (part == GridPart::Menu) {
+        pressMenu(row);
+        return;
+    }
+    const bool done = model_.userMouseDown(row, geometry_.position(x)) == UserRequest::Done;
     if (!usable()) {
         return;
     }
     showRow(model_.currentRow());
-    if (!done || right || session().state().mnuUserIndex.shown() || row != model_.currentRow()) {
+    if (!done || row != model_.currentRow()) {
         return;
     }
     if (part == GridPart::Arrow && edit(row)) {
         editor_.dropDown();
-    } else if (part == GridPart::Value && again) {
-        static_cast<void>(edit(row));
+    } else if (part == GridPart::Value && edit(row)) {
+        editor_.openedByPress();
     }
+}
+
+void GridWindow::onRightPress(int y) {
+    const int row = geometry().rowAt(y);
+    if (!session().userMayAct()) {
+        return;
+    }
+    SetFocus(handle());
+    // The row stays where it is: the menu comes for the place where the button is let go.
+    if (usable() && model_.userGoTo(row) == UserRequest::Done && usable()) {
+        model_.userMouseMove(-1);
+        markRow(row);
+    }
+}
+
+// Goes to the row already, which leaves a value that is being entered; the menu comes with the release.
+void GridWindow::pressMenu(int row) {
+    const bool held = leftButtonIsDown();
+    if (model_.userGoTo(row) != UserRequest::Done || !usable()) {
+        return;
+    }
+    markRow(row);
+    if (held && !leftButtonIsDown()) {
+        // A message about the value that was left has swallowed the release.
+        openMenu(row);
+        return;
+    }
+    pressedMenu_ = row;
+    SetCapture(handle());
+    heatMenu(row);
+}
+
+void GridWindow::onRelease(int x, int y) {
+    const int row = pressedMenu_;
+    if (row == 0) {
+        return;
+    }
+    letGoOfMenu();
+    if (menuRowAt(x, y) == row) {
+        openMenu(row);
+    }
+}
+
+void GridWindow::letGoOfMenu() noexcept {
+    if (const int row = std::exchange(pressedMenu_, 0); row != 0) {
+        repaintRow(row);
+        if (GetCapture() == handle()) {
+            ReleaseCapture();
+        }
+    }
+}
+
+void GridWindow::heatMenu(int row) noexcept {
+    repaintRow(hotMenu_);
+    repaintRow(row);
+    hotMenu_ = row;
+}
+
+// The row whose menu field is at a place, 0 for none.
+int GridWindow::menuRowAt(int x, int y) const noexcept {
+    const int row = geometry_.rowAt(y);
+    return row >= 1 && geometry_.partAt(x, false) == GridPart::Menu ? row : 0;
+}
+
+bool GridWindow::onContextMenu(POINT screen) {
+    ScreenToClient(handle(), &screen);
+    const int row = geometry().rowAt(screen.y);
+    if (row < 1 || geometry_.partAt(screen.x, false) == GridPart::Nowhere) {
+        return false;
+    }
+    askForMenu(row, screen.x, false);
+    return true;
 }
 
 void GridWindow::onDoubleClick(int x, int y) {
@@ -103,15 +203,25 @@ void GridWindow::onDoubleClick(int x, int y) {
     if (!session().userMayAct() || row < 1) {
         return;
     }
-    if (edit(row) && geometry_.partAt(x, isList(model_, row)) == GridPart::Arrow) {
+    const auto part = geometry_.partAt(x, isList(model_, row));
+    if (part == GridPart::Menu) {
+        pressMenu(row);
+    } else if (edit(row) && part == GridPart::Arrow) {
         editor_.dropDown();
     }
 }
 
-void GridWindow::onHover(int x, int y) {
+void GridWindow::onHover(int x, int y, bool pressed) {
     TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, handle(), 0};
     TrackMouseEvent(&track);
     const int row = geometry().rowAt(y);
+    if (!pressed) {
+        letGoOfMenu();
+    }
+    const int field = menuRowAt(x, y);
+    if (const int hot = pressedMenu_ == 0 || field == pressedMenu_ ? field : 0; hot != hotMenu_) {
+        heatMenu(hot);
+    }
     if (row == hovered_ || !session().userMayAct()) {
         return;
     }
@@ -125,6 +235,7 @@ void GridWindow::onHover(int x, int y) {
 
 void GridWindow::onLeave() {
     hovered_ = -1;
+    heatMenu(0);
     if (session().userMayAct()) {
         model_.userMouseMove(-1);
     }
@@ -239,15 +350,19 @@ void GridWindow::goTo(int row) {
     }
 }
 
-// The menu by keyboard: below the left end of the value.
-void GridWindow::openMenu() {
-    const int row = model_.currentRow();
+void GridWindow::openMenu(int row) { askForMenu(row, geometry().menu(row).right, true); }
+
+// Below the row, which stays in sight.
+void GridWindow::askForMenu(int row, int x, bool leftwards) {
     if (!session().userMayAct() || row < 1) {
         return;
     }
+    model_.userMouseMove(-1);
+    if (!usable()) {
+        return;
+    }
     showRow(row);
-    const RECT value = geometry_.value(row);
-    pressed_ = {value.left, value.bottom};
+    menuPlace_ = {geometry_.row(row), x, leftwards};
     model_.userMouseDown(row, menuPosition);
 }
 
@@ -259,7 +374,7 @@ bool GridWindow::edit(int row) {
     // The hint has told what it had to: it would stand in the way.
     model_.userMouseMove(-1);
     editor_.close();
-    editor_.open(row, geometry_.value(row));
+    editor_.open(row, geometry_.entry(row));
     return usable() && editor_.isOpen();
 }
 
@@ -294,6 +409,12 @@ void GridWindow::editorLeft(int rows) {
     const int row = editor_.row();
     if (finishEdit(true)) {
         goTo(row + rows);
+    }
+}
+
+void GridWindow::editorUsed() {
+    if (usable() && editor_.isOpen()) {
+        scrollTo(geometry().topToShow(editor_.row()));
     }
 }
 

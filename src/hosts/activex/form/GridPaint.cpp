@@ -1,5 +1,7 @@
 #include "hosts/activex/form/GridPaint.h"
 
+#include <vssym32.h>
+
 #include <algorithm>
 #include <array>
 
@@ -12,6 +14,7 @@ namespace {
 
 constexpr int textInset = 5;  // lengths at 96 dpi
 constexpr int arrowHalf = 3;
+constexpr int dotWidth = 2;
 constexpr UINT textFormat = DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 struct RowColours {
@@ -53,10 +56,43 @@ void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexce
     Polygon(context, corners.data(), static_cast<int>(corners.size()));
 }
 
-// The lines on the right of the name and below the row.
-void paintLines(HDC context, const GridGeometry& geometry, const RECT& row) noexcept {
+// The button that the field is under the mouse.
+void paintButton(HDC context, RECT place, const GridPicture& picture) noexcept {
+    if (picture.buttons != nullptr) {
+        DrawThemeBackground(picture.buttons, context, BP_PUSHBUTTON, picture.pressed ? PBS_PRESSED : PBS_HOT, &place,
+                            nullptr);
+    } else {
+        DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | (picture.pressed ? DFCS_PUSHED : 0U));
+    }
+}
+
+// Three dots: the sign of a button behind which there is more to choose from.
+void paintMenuField(HDC context, const GridPicture& picture, int row, COLORREF colour) noexcept {
+    RECT place = picture.geometry.menu(row);
+    --place.bottom;
+    if (row == picture.hotMenu) {
+        paintButton(context, place, picture);
+        colour = GetSysColor(COLOR_BTNTEXT);
+    }
+    const int dot = std::max(scaled(dotWidth, picture.geometry.dpi), 1);
+    const int all = 5 * dot;
+    if (widthOf(place) < all) {
+        return;
+    }
+    const LONG y = (place.top + place.bottom - dot) / 2;
+    LONG x = (place.left + place.right - all) / 2;
+    for (int i = 0; i < 3; ++i, x += 2 * dot) {
+        fill(context, {x, y, x + dot, y + dot}, colour);
+    }
+}
+
+// The lines on the right of the name and of the value, and below the row.
+void paintLines(HDC context, const GridGeometry& geometry, int number) noexcept {
     const COLORREF colour = GetSysColor(COLOR_3DLIGHT);
+    const RECT row = geometry.row(number);
+    const LONG field = geometry.menu(number).left;
     fill(context, {geometry.nameWidth - 1, row.top, geometry.nameWidth, row.bottom}, colour);
+    fill(context, {field - 1, row.top, field, row.bottom}, colour);
     fill(context, {row.left, row.bottom - 1, row.right, row.bottom}, colour);
 }
 
@@ -72,11 +108,13 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     const auto colours = coloursOf(picture, current);
     const RECT place = geometry.row(row);
     fill(context, place, colours.ground);
-    paintLines(context, geometry, place);
+    paintLines(context, geometry, row);
+    paintMenuField(context, picture, row, colours.text);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, colours.text);
     paintText(context, geometry.name(row), picture.model.cellText(row, 0), geometry.dpi);
-    RECT value = geometry.value(row);
+    RECT value = geometry.entry(row);
+    --value.right;
     if (row == picture.editedRow) {
         --value.bottom;
         fill(context, value, GetSysColor(COLOR_WINDOW));
@@ -89,7 +127,8 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     }
     paintText(context, value, shownValue(picture.model, row), geometry.dpi);
     if (current && picture.focused && picture.model.enabled()) {
-        RECT focus = geometry.value(row);
+        RECT focus = geometry.entry(row);
+        --focus.right;
         --focus.bottom;
         SetBkColor(context, colours.ground);
         SetTextColor(context, colours.text);

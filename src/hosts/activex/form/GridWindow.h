@@ -1,9 +1,10 @@
 // The parameter grid: a window class of our own with a fixed header row and two columns whose divider can be dragged.
 //
-// Mouse: a press in the left part of a value opens the menu of values; in the arrow, the drop-down list; elsewhere it goes to
-// the row, and in the current row it opens the editor, as a double click does anywhere.
+// Mouse: a press in a value opens the editor; in the arrow, the drop-down list; in a name it goes to the row, and a double click
+// opens the editor. The field at the end of a row is a button: it opens the menu of values when it is let go, so that nothing is
+// chosen by a hand that shakes. The right button opens that menu anywhere in a row.
 // Keys: arrows, Page Up, Page Down, Home and End go from row to row; F2 and Enter open the editor; a character opens it and is
-// typed there, which in a drop-down list selects; Alt+Down opens a drop-down list; the menu key opens the menu of values.
+// typed there, which in a drop-down list selects; Alt+Down and F4 open a drop-down list; the menu key opens the menu of values.
 // In the editor: Enter takes the value, Escape drops it, TAB takes it and edits the next row, Up and Down take it and go on.
 // TAB outside of the editor, or behind the last row, goes on to the next control.
 #pragma once
@@ -11,6 +12,7 @@
 #include "controls/Grid.h"
 #include "hosts/activex/form/GridEditor.h"
 #include "hosts/activex/form/GridGeometry.h"
+#include "hosts/activex/form/MenuPeer.h"
 #include "hosts/activex/form/Peer.h"
 
 namespace vrn::activex {
@@ -27,8 +29,8 @@ class GridWindow final : public Peer, private GridEditorSite {
     LRESULT onNotify(const NMHDR& notification) override;
 
     [[nodiscard]] GridEditor& editor() noexcept { return editor_; }
-    /// Where a menu for the last press belongs, on the screen.
-    [[nodiscard]] POINT menuPlace() const noexcept;
+    /// Where the menu that was last asked for belongs, on the screen.
+    [[nodiscard]] MenuPlace menuPlace() const noexcept;
 
     // For assistive technology.
     /// Whether window and model are still there.
@@ -36,6 +38,9 @@ class GridWindow final : public Peer, private GridEditorSite {
     [[nodiscard]] const controls::Grid& model() const noexcept { return model_; }
     [[nodiscard]] const GridGeometry& geometry();
     void goTo(int row);
+    /// Opens the menu of values below a row, at the field for it.
+    void openMenu(int row);
+    [[nodiscard]] bool menuPressed(int row) const noexcept { return row == pressedMenu_; }
 
   protected:
     [[nodiscard]] Making making(HWND parent) const override;
@@ -54,27 +59,37 @@ class GridWindow final : public Peer, private GridEditorSite {
     void placeEditor();
     void beSomewhere() noexcept;
     void repaintRow(int row) const noexcept;
+    void markRow(int row) noexcept;
     void showRow(int row);
     void paint(HDC context, const RECT& area);
     LRESULT accessible(WPARAM wParam, LPARAM lParam);
     void tell(DWORD event, int row) const noexcept;
 
     // What the user does (GridInput.cpp).
-    void onPress(int x, int y, bool right);
+    LRESULT onMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    void onPress(int x, int y);
+    void onRightPress(int y);
+    void onRelease(int x, int y);
     void onDoubleClick(int x, int y);
-    void onHover(int x, int y);
+    void onHover(int x, int y, bool pressed);
     void onLeave();
+    void pressMenu(int row);
+    void letGoOfMenu() noexcept;
+    void heatMenu(int row) noexcept;
+    [[nodiscard]] int menuRowAt(int x, int y) const noexcept;
+    [[nodiscard]] bool onContextMenu(POINT screen);
     void onWheel(int delta);
     void onScroll(int code);
     bool onKey(WPARAM key);
     void onCharacter(wchar_t character);
-    void openMenu();
+    void askForMenu(int row, int x, bool leftwards);
     [[nodiscard]] bool edit(int row);
     void editorDone(bool take) override;
     void editorLeft(int rows) override;
     void editorDoneSoon(bool take) noexcept override;
     void editorAbandoned() noexcept override;
     void editorTabbed(bool backwards) override;
+    void editorUsed() override;
     /// Ends the edit; true when nothing was refused and the grid is still there.
     bool finishEdit(bool take);
 
@@ -83,8 +98,10 @@ class GridWindow final : public Peer, private GridEditorSite {
     GridGeometry geometry_;
     GridAccessible* accessible_ = nullptr;  // told when the window goes; clients may hold it for longer
     HWND header_ = nullptr;
-    POINT pressed_{};
-    int nameWidth_ = 0;  // as the user has dragged it, at 96 dpi; 0 before
+    MenuPlace menuPlace_;  // in the client area
+    int pressedMenu_ = 0;  // the row whose menu field is held down
+    int hotMenu_ = 0;      // and that which the mouse is on
+    int nameWidth_ = 0;    // as the user has dragged it, at 96 dpi; 0 before
     int hovered_ = -1;
     int shownCurrent_ = 0;  // the row drawn as the current one
     int wheel_ = 0;

@@ -29,7 +29,7 @@ void MenuPeer::controlChanged(controls::Control& /*control*/, controls::Change c
     }
 }
 
-void MenuPeer::track(HWND owner, POINT screen) {
+void MenuPeer::track(HWND owner, const MenuPlace& screen) {
     if (!model_.shown() || tracking_) {
         return;
     }
@@ -39,7 +39,11 @@ void MenuPeer::track(HWND owner, POINT screen) {
         AppendMenuW(menu.get(), MF_STRING, i + 1, menuText(captions[i]).c_str());
     }
     tracking_ = true;
-    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, screen.x, screen.y, owner, nullptr);
+    // Never over what was clicked: a second click there must not be one in the menu.
+    TPMPARAMS besides{sizeof besides, screen.beside};
+    const UINT side = screen.leftwards ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
+    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_VERTICAL | side, screen.x,
+                                         screen.beside.bottom, owner, &besides);
     tracking_ = false;
     if (!session_.open()) {
         return;

@@ -125,7 +125,7 @@ class Picture {
         geometry.headerHeight = height + px(rowPadding);
         geometry.rowHeight = height + px(rowPadding);
         geometry.nameWidth =
-            std::max(std::min(px(GridGeometry::valueColumn), geometry.width / 2), geometry.width * 2 / 5);
+            std::max(std::min(px(GridGeometry::ownNameWidth), geometry.width / 2), geometry.width * 2 / 5);
         geometry.rowCount = model.rowCount();
         const int saved = SaveDC(context_);
         IntersectClipRect(context_, where.left, where.top, where.right, where.bottom);
