@@ -73,14 +73,17 @@ int TypeAhead::meant(const std::vector<std::string>& rows, int selected, bool ag
     if (const int row = numbered(rows); row != noSelection) {
         return row;
     }
-    const int next = selected + 1;
-    const int from = again ? next : std::max(selected, 0);
-    int row = firstFrom(rows, from, [&](std::string_view text) { return begins(text, typed_); });
+    const auto find = [&](auto&& test) {
+        const bool stays = !again && std::cmp_less(selected, rows.size()) && selected >= 0 &&
+                           test(text::upperCase(rows[static_cast<std::size_t>(selected)]));
+        return stays ? selected : firstFrom(rows, start_, test);
+    };
+    int row = find([&](std::string_view text) { return begins(text, typed_); });
     if (row == noSelection && typed_.size() > letter_.size() && !letter_.empty()) {
-        row = firstFrom(rows, next, [&](std::string_view text) { return begins(text, letter_); });
+        row = firstFrom(rows, selected + 1, [&](std::string_view text) { return begins(text, letter_); });
     }
     if (row == noSelection) {
-        row = firstFrom(rows, from, [&](std::string_view text) { return contains(text, typed_); });
+        row = find([&](std::string_view text) { return contains(text, typed_); });
     }
     return row;
 }
@@ -104,6 +107,7 @@ int TypeAhead::type(std::string_view letter, Time now, const std::vector<std::st
     const bool again = !further && upper == letter_ && found_ != noSelection && found_ == selected;
     if (!further) {
         typed_.clear();
+        start_ = selected + 1;
     }
     letter_ = typed_.empty() || upper == letter_ ? upper : std::string();
     typed_ += upper;

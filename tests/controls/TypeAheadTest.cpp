@@ -61,6 +61,10 @@ TEST(TypeAhead, ThePartOfANameServesWhereNoneBeginsWithIt) {
     EXPECT_EQ(user.type("c"), "CHANGE TOOL") << "a letter too many does not begin the name anew";
     user.wait();
     EXPECT_EQ(user.type("ewa"), "PREWASH");
+    // The search starts where the user was, not where the letters before have led.
+    Typist other({"HOME", "LIQUID-INJ", "INCUBATE", "SPME-INJ"});
+    other.selected = 0;
+    EXPECT_EQ(other.type("inj"), "LIQUID-INJ");
 }
 
 TEST(TypeAhead, ASlipIsTakenBack) {
@@ -116,10 +120,10 @@ TEST(TypeAhead, StepsAreMeantByNumberOrByName) {
     user.wait();
     EXPECT_EQ(user.type("06 w"), "06 WASH");
     user.wait();
-    EXPECT_EQ(user.type("2d"), "03 2D COUNT");
+    EXPECT_EQ(user.type("2d"), "07 2D COUNT");
     user.wait();
-    EXPECT_EQ(user.type("wash"), "04 WASH");
-    EXPECT_EQ(user.type("0"), "04 WASH");
+    EXPECT_EQ(user.type("wash"), "08 WASH");
+    EXPECT_EQ(user.type("0"), "08 WASH");
 }
 
 TEST(TypeAhead, LettersBeyondAsciiAndEmptyListsDoNoHarm) {

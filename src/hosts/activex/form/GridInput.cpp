@@ -53,7 +53,7 @@ LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CONTEXTMENU:
             if (lParam == -1) {
                 const int row = model_.currentRow();
-                askForMenu(row, geometry().value(row).left, false);
+                openMenuAt(row, geometry().value(row).left);
                 return 0;
             }
             if (onContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
@@ -194,7 +194,7 @@ bool GridWindow::onContextMenu(POINT screen) {
     if (row < 1 || geometry_.partAt(screen.x, false) == GridPart::Nowhere) {
         return false;
     }
-    askForMenu(row, screen.x, false);
+    openMenuAt(row, screen.x);
     return true;
 }
 
@@ -350,20 +350,30 @@ void GridWindow::goTo(int row) {
     }
 }
 
-void GridWindow::openMenu(int row) { askForMenu(row, geometry().menu(row).right, true); }
+void GridWindow::openMenu(int row) {
+    if (askForMenu(row)) {
+        menuPlace_ = {geometry_.row(row), 0, geometry_.menu(row)};
+    }
+}
 
-// Below the row, which stays in sight.
-void GridWindow::askForMenu(int row, int x, bool leftwards) {
+void GridWindow::openMenuAt(int row, int x) {
+    if (askForMenu(row)) {
+        menuPlace_ = {geometry_.row(row), x, {}};
+    }
+}
+
+// The menu itself comes by the message loop.
+bool GridWindow::askForMenu(int row) {
     if (!session().userMayAct() || row < 1) {
-        return;
+        return false;
     }
     model_.userMouseMove(-1);
     if (!usable()) {
-        return;
+        return false;
     }
     showRow(row);
-    menuPlace_ = {geometry_.row(row), x, leftwards};
     model_.userMouseDown(row, menuPosition);
+    return usable();
 }
 
 bool GridWindow::edit(int row) {

@@ -56,14 +56,17 @@ void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexce
     Polygon(context, corners.data(), static_cast<int>(corners.size()));
 }
 
-// The button that the field is under the mouse.
-void paintButton(HDC context, RECT place, const GridPicture& picture) noexcept {
-    if (picture.buttons != nullptr) {
-        DrawThemeBackground(picture.buttons, context, BP_PUSHBUTTON, picture.pressed ? PBS_PRESSED : PBS_HOT, &place,
-                            nullptr);
-    } else {
+// The button that the field is under the mouse. Answers the colour of what is on it.
+COLORREF paintButton(HDC context, RECT place, const GridPicture& picture) noexcept {
+    COLORREF colour = GetSysColor(COLOR_BTNTEXT);
+    if (picture.buttons == nullptr) {
         DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | (picture.pressed ? DFCS_PUSHED : 0U));
+        return colour;
     }
+    const int state = picture.pressed ? PBS_PRESSED : PBS_HOT;
+    DrawThemeBackground(picture.buttons, context, BP_PUSHBUTTON, state, &place, nullptr);
+    GetThemeColor(picture.buttons, BP_PUSHBUTTON, state, TMT_TEXTCOLOR, &colour);
+    return colour;
 }
 
 // Three dots: the sign of a button behind which there is more to choose from.
@@ -71,8 +74,7 @@ void paintMenuField(HDC context, const GridPicture& picture, int row, COLORREF c
     RECT place = picture.geometry.menu(row);
     --place.bottom;
     if (row == picture.hotMenu) {
-        paintButton(context, place, picture);
-        colour = GetSysColor(COLOR_BTNTEXT);
+        colour = paintButton(context, place, picture);
     }
     const int dot = std::max(scaled(dotWidth, picture.geometry.dpi), 1);
     const int all = 5 * dot;

@@ -272,7 +272,8 @@ MenuPlace GridWindow::menuPlace() const noexcept {
     POINT edge{place.x, 0};
     ClientToScreen(handle(), &edge);
     place.x = edge.x;
-    MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&place.beside), 2);
+    MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&place.row), 2);
+    MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&place.button), 2);
     return place;
 }
 

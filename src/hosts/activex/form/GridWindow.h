@@ -38,7 +38,7 @@ class GridWindow final : public Peer, private GridEditorSite {
     [[nodiscard]] const controls::Grid& model() const noexcept { return model_; }
     [[nodiscard]] const GridGeometry& geometry();
     void goTo(int row);
-    /// Opens the menu of values below a row, at the field for it.
+    /// Opens the menu of values at the field for it.
     void openMenu(int row);
     [[nodiscard]] bool menuPressed(int row) const noexcept { return row == pressedMenu_; }
 
@@ -82,7 +82,8 @@ class GridWindow final : public Peer, private GridEditorSite {
     void onScroll(int code);
     bool onKey(WPARAM key);
     void onCharacter(wchar_t character);
-    void askForMenu(int row, int x, bool leftwards);
+    void openMenuAt(int row, int x);
+    [[nodiscard]] bool askForMenu(int row);
     [[nodiscard]] bool edit(int row);
     void editorDone(bool take) override;
     void editorLeft(int rows) override;

@@ -8,11 +8,11 @@
 
 namespace vrn::activex {
 
-/// Where a menu opens: below or above `beside`, with its left or right edge at `x`.
+/// Where a menu opens: below or above a row, from `x` on, or at the end of the button that was clicked.
 struct MenuPlace {
-    RECT beside{};
+    RECT row{};
     LONG x = 0;
-    bool leftwards = false;
+    RECT button{};  ///< empty when none was
 };
 
 class MenuPeer final : public controls::ControlObserver {
