@@ -200,7 +200,7 @@ int ListPeer::rowAt(POINT place) const noexcept {
     const auto nearest = LOWORD(send(LB_ITEMFROMPOINT, 0, MAKELPARAM(place.x, place.y)));
     RECT row{};
     const bool there = send(LB_GETITEMRECT, nearest, reinterpret_cast<LPARAM>(&row)) != LB_ERR;
-    return there && PtInRect(&row, place) != FALSE ? nearest : controls::noSelection;
+    return there && place.y >= row.top && place.y < row.bottom ? nearest : controls::noSelection;
 }
 
 void ListPeer::onCommand(int code) {
