@@ -68,26 +68,39 @@ TEST_F(GridWindowTest, TheEditIsKnownToTheHostAndEndsWithIt) {
 }
 
 // A box as the user meets it: another thread waits for it and presses its button.
+class RealBox {
+  public:
+    RealBox()
+        : user_([this] {
+              for (int i = 0; i < 500 && !found_; ++i) {
+                  if (const HWND shown = FindWindowW(L"#32770", L"Refused"); shown != nullptr) {
+                      found_ = true;
+                      PostMessageW(shown, WM_COMMAND, IDOK, 0);
+                  }
+                  Sleep(10);
+              }
+          }) {}
+    static void show() { MessageBoxW(nullptr, L"…", L"Refused", MB_OK | MB_TASKMODAL); }
+    [[nodiscard]] bool wasAnswered() {
+        user_.join();
+        return found_;
+    }
+
+  private:
+    std::atomic<bool> found_{false};
+    std::thread user_;
+};
+
 TEST_F(GridWindowTest, ARefusedValueIsShownAndTheCellStaysAsItWas) {
-    std::atomic<bool> found{false};
-    std::thread user([&found] {
-        for (int i = 0; i < 500 && !found; ++i) {
-            if (const HWND shown = FindWindowW(L"#32770", L"Refused"); shown != nullptr) {
-                found = true;
-                PostMessageW(shown, WM_COMMAND, IDOK, 0);
-            }
-            Sleep(10);
-        }
-    });
+    RealBox message;
     box->whileShown = [this] {
         EXPECT_TRUE(IsWindowVisible(textEditor()));
-        MessageBoxW(nullptr, L"…", L"Refused", MB_OK | MB_TASKMODAL);
+        RealBox::show();
     };
     type(grid(), L"99");
     key(textEditor(), VK_RETURN);
-    user.join();
+    EXPECT_TRUE(message.wasAnswered());
     pump();
-    EXPECT_TRUE(found);
     EXPECT_EQ(boxTexts(), std::vector<std::string>{"The entered value is out of range."});
     EXPECT_EQ(state().grdMacro.cellText(1, 1), "7");
     EXPECT_FALSE(IsWindowVisible(textEditor()));
@@ -204,6 +217,20 @@ TEST_F(GridWindowTest, TheMenuOfValuesOpensWhenItsFieldIsLetGo) {
     EXPECT_EQ(menu.captions(VK_ESCAPE).back(), "Default: 0");
     EXPECT_EQ(state().grdMacro.cellText(3, 1), "5");
     EXPECT_EQ(state().grdMacro.currentRow(), 3);
+}
+
+TEST_F(GridWindowTest, TheMenuOfValuesOpensAfterAMessageThatSwallowedTheRelease) {
+    MenuAnswer menu(parent, grid(), state().mnuUserIndex);
+    RealBox message;
+    box->whileShown = [] { RealBox::show(); };
+    type(grid(), L"99");
+    const POINT third = middleOf(menuField(3));
+    SendMessageW(grid(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(third.x, third.y));
+    EXPECT_TRUE(message.wasAnswered());
+    EXPECT_EQ(boxTexts(), std::vector<std::string>{"The entered value is out of range."});
+    EXPECT_EQ(menu.captions(VK_ESCAPE).back(), "Default: 0");
+    EXPECT_NE(GetCapture(), grid());
+    EXPECT_EQ(state().grdMacro.cellText(1, 1), "7");
 }
 
 TEST_F(GridWindowTest, TheMenuOfValuesOpensByKeyAndByTheRightButton) {

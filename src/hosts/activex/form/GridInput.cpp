@@ -141,13 +141,14 @@ void GridWindow::onRightPress(int y) {
 
 // Goes to the row already, which leaves a value that is being entered; the menu comes with the release.
 void GridWindow::pressMenu(int row) {
-    const bool held = leftButtonIsDown();
+    const LONG pressed = GetMessageTime();
     if (model_.userGoTo(row) != UserRequest::Done || !usable()) {
         return;
     }
     markRow(row);
-    if (held && !leftButtonIsDown()) {
-        // A message about the value that was left has swallowed the release.
+    const bool messageShown = GetMessageTime() != pressed;
+    if (messageShown && !leftButtonIsDown()) {
+        // It was about the value that was left, and has swallowed the release.
         openMenu(row);
         return;
     }
