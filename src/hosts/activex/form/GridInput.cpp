@@ -1,11 +1,9 @@
-// What the user does in the grid, with the mouse and by keys.
+// What the user does in the grid by keys and with its scroll bar, and how an edit ends.
 #include <windowsx.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "hosts/activex/form/GridWindow.h"
-#include "hosts/activex/form/Metrics.h"
 
 namespace vrn::activex {
 
@@ -14,18 +12,7 @@ using controls::UserRequest;
 
 namespace {
 
-constexpr int hintOffsetX = 12;  // lengths at 96 dpi
-constexpr int hintOffsetY = 20;
 constexpr int menuPosition = (controls::Grid::menuFrom + controls::Grid::menuTo) / 2;
-
-bool isList(const controls::Grid& model, int row) noexcept {
-    const auto* const cells = model.row(row);
-    return cells != nullptr && cells->style == EditStyle::DropDownList;
-}
-
-bool leftButtonIsDown() noexcept {
-    return GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
-}
 
 }  // namespace
 
@@ -64,182 +51,6 @@ LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
             return onMouse(message, wParam, lParam);
     }
     return byDefault(message, wParam, lParam);
-}
-
-LRESULT GridWindow::onMouse(UINT message, WPARAM wParam, LPARAM lParam) {
-    const int x = GET_X_LPARAM(lParam);
-    const int y = GET_Y_LPARAM(lParam);
-    switch (message) {
-        case WM_LBUTTONDOWN:
-            onPress(x, y);
-            return 0;
-        case WM_LBUTTONUP:
-            onRelease(x, y);
-            return 0;
-        case WM_LBUTTONDBLCLK:
-            onDoubleClick(x, y);
-            return 0;
-        case WM_RBUTTONDOWN:
-            onRightPress(y);
-            return 0;
-        case WM_CAPTURECHANGED:
-            letGoOfMenu();
-            return 0;
-        case WM_MOUSEMOVE:
-            onHover(x, y, (wParam & MK_LBUTTON) != 0);
-            return 0;
-        case WM_MOUSELEAVE:
-            onLeave();
-            return 0;
-        default:
-            return byDefault(message, wParam, lParam);
-    }
-}
-
-void GridWindow::onPress(int x, int y) {
-    const int row = geometry().rowAt(y);
-    if (!session().userMayAct()) {
-        return;
-    }
-    SetFocus(handle());
-    if (!usable() || row < 1) {
-        return;
-    }
-    const auto part = geometry_.partAt(x, isList(model_, row));
-    model_.userMouseMove(-1);
-    if (part == GridPart::Menu) {
-        pressMenu(row);
-        return;
-    }
-    const bool done = model_.userMouseDown(row, geometry_.position(x)) == UserRequest::Done;
-    if (!usable()) {
-        return;
-    }
-    showRow(model_.currentRow());
-    if (!done || row != model_.currentRow()) {
-        return;
-    }
-    if (part == GridPart::Arrow && edit(row)) {
-        editor_.dropDown();
-    } else if (part == GridPart::Value && edit(row)) {
-        editor_.openedByPress();
-    }
-}
-
-void GridWindow::onRightPress(int y) {
-    const int row = geometry().rowAt(y);
-    if (!session().userMayAct()) {
-        return;
-    }
-    SetFocus(handle());
-    // The row stays where it is: the menu comes for the place where the button is let go.
-    if (usable() && model_.userGoTo(row) == UserRequest::Done && usable()) {
-        model_.userMouseMove(-1);
-        markRow(row);
-    }
-}
-
-// Goes to the row already, which leaves a value that is being entered; the menu comes with the release.
-void GridWindow::pressMenu(int row) {
-    const LONG pressed = GetMessageTime();
-    if (model_.userGoTo(row) != UserRequest::Done || !usable()) {
-        return;
-    }
-    markRow(row);
-    const bool messageShown = GetMessageTime() != pressed;
-    if (messageShown && !leftButtonIsDown()) {
-        // It was about the value that was left, and has swallowed the release.
-        openMenu(row);
-        return;
-    }
-    pressedMenu_ = row;
-    SetCapture(handle());
-    heatMenu(row);
-}
-
-void GridWindow::onRelease(int x, int y) {
-    const int row = pressedMenu_;
-    if (row == 0) {
-        return;
-    }
-    letGoOfMenu();
-    if (menuRowAt(x, y) == row) {
-        openMenu(row);
-    }
-}
-
-void GridWindow::letGoOfMenu() noexcept {
-    if (const int row = std::exchange(pressedMenu_, 0); row != 0) {
-        repaintRow(row);
-        if (GetCapture() == handle()) {
-            ReleaseCapture();
-        }
-    }
-}
-
-void GridWindow::heatMenu(int row) noexcept {
-    repaintRow(hotMenu_);
-    repaintRow(row);
-    hotMenu_ = row;
-}
-
-// The row whose menu field is at a place, 0 for none.
-int GridWindow::menuRowAt(int x, int y) const noexcept {
-    const int row = geometry_.rowAt(y);
-    return row >= 1 && geometry_.partAt(x, false) == GridPart::Menu ? row : 0;
-}
-
-bool GridWindow::onContextMenu(POINT screen) {
-    ScreenToClient(handle(), &screen);
-    const int row = geometry().rowAt(screen.y);
-    if (row < 1 || geometry_.partAt(screen.x, false) == GridPart::Nowhere) {
-        return false;
-    }
-    openMenuAt(row, screen.x);
-    return true;
-}
-
-void GridWindow::onDoubleClick(int x, int y) {
-    const int row = geometry().rowAt(y);
-    if (!session().userMayAct() || row < 1) {
-        return;
-    }
-    const auto part = geometry_.partAt(x, isList(model_, row));
-    if (part == GridPart::Menu) {
-        pressMenu(row);
-    } else if (edit(row) && part == GridPart::Arrow) {
-        editor_.dropDown();
-    }
-}
-
-void GridWindow::onHover(int x, int y, bool pressed) {
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, handle(), 0};
-    TrackMouseEvent(&track);
-    const int row = geometry().rowAt(y);
-    if (!pressed) {
-        letGoOfMenu();
-    }
-    const int field = menuRowAt(x, y);
-    if (const int hot = pressedMenu_ == 0 || field == pressedMenu_ ? field : 0; hot != hotMenu_) {
-        heatMenu(hot);
-    }
-    if (row == hovered_ || !session().userMayAct()) {
-        return;
-    }
-    hovered_ = row;
-    auto& hint = session().state().txtToolTip;
-    POINT place{x + scaled(hintOffsetX, look().dpi), y + scaled(hintOffsetY, look().dpi)};
-    MapWindowPoints(handle(), GetParent(GetParent(handle())), &place, 1);
-    hint.moveTo(toTwips(place.x, look().dpi), toTwips(place.y, look().dpi));
-    model_.userMouseMove(row < 1 ? -1 : row);
-}
-
-void GridWindow::onLeave() {
-    hovered_ = -1;
-    heatMenu(0);
-    if (session().userMayAct()) {
-        model_.userMouseMove(-1);
-    }
 }
 
 void GridWindow::onWheel(int delta) {
@@ -288,7 +99,7 @@ bool GridWindow::onKey(WPARAM key) {
     const int row = model_.currentRow();
     const int page = std::max(geometry().wholeRows() - 1, 1);
     if (alt) {
-        if ((key == VK_DOWN || key == VK_UP) && isList(model_, row) && edit(row)) {
+        if ((key == VK_DOWN || key == VK_UP) && isList(row) && edit(row)) {
             editor_.dropDown();
             return true;
         }
@@ -318,7 +129,7 @@ bool GridWindow::onKey(WPARAM key) {
             static_cast<void>(edit(row));
             return true;
         case VK_F4:
-            if (isList(model_, row) && edit(row)) {
+            if (isList(row) && edit(row)) {
                 editor_.dropDown();
             }
             return true;
@@ -375,6 +186,11 @@ bool GridWindow::askForMenu(int row) {
     showRow(row);
     model_.userMouseDown(row, menuPosition);
     return usable();
+}
+
+bool GridWindow::isList(int row) const noexcept {
+    const auto* const cells = model_.row(row);
+    return cells != nullptr && cells->style == EditStyle::DropDownList;
 }
 
 bool GridWindow::edit(int row) {

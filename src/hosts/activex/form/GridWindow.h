@@ -65,7 +65,7 @@ class GridWindow final : public Peer, private GridEditorSite {
     LRESULT accessible(WPARAM wParam, LPARAM lParam);
     void tell(DWORD event, int row) const noexcept;
 
-    // What the user does (GridInput.cpp).
+    // With the mouse (GridMouse.cpp).
     LRESULT onMouse(UINT message, WPARAM wParam, LPARAM lParam);
     void onPress(int x, int y);
     void onRightPress(int y);
@@ -78,12 +78,15 @@ class GridWindow final : public Peer, private GridEditorSite {
     void heatMenu(int row) noexcept;
     [[nodiscard]] int menuRowAt(int x, int y) const noexcept;
     [[nodiscard]] bool onContextMenu(POINT screen);
+
+    // By keys and with the scroll bar (GridInput.cpp).
     void onWheel(int delta);
     void onScroll(int code);
     bool onKey(WPARAM key);
     void onCharacter(wchar_t character);
     void openMenuAt(int row, int x);
     [[nodiscard]] bool askForMenu(int row);
+    [[nodiscard]] bool isList(int row) const noexcept;
     [[nodiscard]] bool edit(int row);
     void editorDone(bool take) override;
     void editorLeft(int rows) override;
