@@ -14,7 +14,7 @@ namespace vrn::controls {
 enum class ControlKind { Frame, PictureBox, Button, ListBox, ComboBox, TextBox, Label, Menu, Grid };
 
 /// What a native peer has to bring up to date.
-enum class Change { Enabled, Visible, Text, Items, Index, Cells, Edit, Look, Position, Popup, Repaint };
+enum class Change { Enabled, Visible, Text, Items, Index, View, Cells, Edit, Look, Position, Popup, Repaint };
 
 class Control;
 

@@ -43,6 +43,10 @@ class Grid final : public Control {
     /// The mouse is over this row; -1 when it has left the grid.
     std::function<void(int row)> onMouseMove;
 
+    /// In the grid's own units, a press from here to there asks for the menu of the row's values.
+    static constexpr int menuFrom = 150;
+    static constexpr int menuTo = 250;
+
     static constexpr std::uint32_t colourWindow = 0x80000005;      ///< system colour of window backgrounds
     static constexpr std::uint32_t colourButtonFace = 0x8000000F;  ///< system colour of button faces
 

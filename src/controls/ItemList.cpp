@@ -57,12 +57,16 @@ void ItemList::clear() {
     itemsChanged();
 }
 
-void ItemList::setListIndex(int index) {
+void ItemList::take(int index) {
     if (index != noSelection) {
         requireRow(index);
     }
     index_ = index;
     changed(Change::Index);
+}
+
+void ItemList::setListIndex(int index) {
+    take(index);
     if (onClick) {
         onClick();
     }
@@ -79,6 +83,11 @@ int ItemList::indexOf(std::string_view text) const {
     }
     const auto found = rowByText_.find(text);
     return found == rowByText_.end() ? noSelection : found->second;
+}
+
+void ItemList::bringIntoView(int index) {
+    rowInView_ = index;
+    changed(Change::View);
 }
 
 void ItemList::setToolTip(int index, std::string toolTip) {
@@ -113,12 +122,22 @@ UserRequest ItemList::userSelect(int index) {
     return UserRequest::Done;
 }
 
-UserRequest ListBox::userMouseDown(int button, int shift, float x, float y) {
+UserRequest ListBox::userMouseDown(int row, int button, int shift, float x, float y) {
     if (!beginUserRequest()) {
         return UserRequest::NotUsable;
     }
+    // Leaving the grid may have changed the rows.
+    const bool other = button == leftButton && row >= 0 && row < count() && row != listIndex();
+    if (other) {
+        take(row);
+    }
     if (onMouseDown) {
         onMouseDown(button, shift, x, y);
+    } else if (other && onClick) {
+        onClick();
+    }
+    if (other && onUserChange) {
+        onUserChange();
     }
     return UserRequest::Done;
 }

@@ -41,11 +41,20 @@ class ItemList : public Control {
     /// The first row with exactly this text, or `noSelection`.
     [[nodiscard]] int indexOf(std::string_view text) const;
 
+    /// Asks that the user sees this row, and the selected one with it, wherever the list was scrolled to.
+    void bringIntoView(int index);
+    /// The row that was last to be seen, `noSelection` when it has gone.
+    [[nodiscard]] int rowInView() const noexcept { return rowInView_ < count() ? rowInView_ : noSelection; }
+
     /// What hovering over a row tells.
     void setToolTip(int index, std::string toolTip);
     [[nodiscard]] const std::string& toolTip(int index) const;
 
     UserRequest userSelect(int index);
+
+  protected:
+    /// Selects a row and runs nothing yet.
+    void take(int index);
 
   private:
     void requireRow(int index) const;
@@ -54,6 +63,7 @@ class ItemList : public Control {
     std::vector<std::string> items_;
     std::vector<std::string> toolTips_;
     int index_ = noSelection;
+    int rowInView_ = noSelection;
     // Row numbers by text, made on the first look-up after a change: one catalogue is looked up for every step of a method.
     mutable std::unordered_map<std::string_view, int> rowByText_;
 };
@@ -63,9 +73,15 @@ class ListBox final : public ItemList {
     ListBox(std::string name, Control* container, Focus* focus)
         : ItemList(ControlKind::ListBox, std::move(name), container, focus) {}
 
-    /// A mouse button went down: 1 left, 2 right; shift state; place in twips.
+    static constexpr int leftButton = 1;
+    static constexpr int rightButton = 2;
+
+    /// A mouse button went down; shift state; place in twips. The row that the left button was pressed on is selected by then,
+    /// but `onClick` has not run for it: who handles the press sets the index again.
     std::function<void(int button, int shift, float x, float y)> onMouseDown;
-    UserRequest userMouseDown(int button, int shift, float x, float y);
+    /// The user presses a button on a row, or below the last one with `noSelection`. One press is one selection: `onClick` runs
+    /// once, for the row that was pressed, and never for the one that was selected before.
+    UserRequest userMouseDown(int row, int button, int shift, float x, float y);
 };
 
 class ComboBox final : public ItemList {

@@ -67,6 +67,7 @@ void insert(method::EditorState& state) {
         list.setListIndex(0);
         method::EnableStepButtons(state, true);
     }
+    list.bringIntoView(selected != controls::noSelection ? selected + 1 : list.count() - 1);
     if (list.count() == 1) {
         lstMethodMacroList_MouseDown(state, 1, 0, pressX, pressY);
     }
@@ -93,6 +94,7 @@ void replace(method::EditorState& state) {
         const int selected = list.listIndex();
         state.arrMethodMacros[position(selected)] = {trimmedMacro(state), gridValues(state)};
         writeRow(state, selected);
+        list.bringIntoView(selected);
     }
     state.IsChanged = true;
     state.booUnsavedEdits = false;

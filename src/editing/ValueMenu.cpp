@@ -13,8 +13,6 @@ namespace vrn::editing {
 
 namespace {
 
-constexpr int menuFrom = 150;  // the part of a row that opens the menu, in the grid's units
-constexpr int menuTo = 250;
 constexpr std::string_view defaultMark = "Default: ";
 
 // Entries once each, in the order in which they were added; empty ones are none.
@@ -91,7 +89,7 @@ void grdMacro_OnMouseDown(method::EditorState& state, int position) noexcept {
     method::standardHandler(state, "grdMacro_OnMouseDown ", [&] {
         state.intMouseRow = static_cast<std::int16_t>(state.grdMacro.currentRow());
         const auto definition = definitionOf(state, state.intMouseRow);
-        if (position < menuFrom || position > menuTo) {
+        if (position < controls::Grid::menuFrom || position > controls::Grid::menuTo) {
             return;
         }
         state.mnuUserIndex.popUp(definition ? menuItems(state, *definition, state.intMouseRow)

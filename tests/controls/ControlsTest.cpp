@@ -88,6 +88,27 @@ TEST(ItemList, RowsThatAreNotThereFail) {
     EXPECT_EQ(errorOf([&] { static_cast<void>(list.item(1)); }), 9);
 }
 
+TEST(ListBox, OnePressIsOneSelection) {
+    std::vector<std::string> seen;
+    ListBox list("list", nullptr, nullptr);
+    list.onClick = [&] { seen.push_back(list.text()); };
+    for (const auto* text : {"a", "b"}) {
+        list.addItem(text);
+    }
+    list.userMouseDown(0, ListBox::leftButton, 0, 0, 0);
+    EXPECT_EQ(seen, std::vector<std::string>{"a"});
+    list.onMouseDown = [&](int button, int /*shift*/, float /*x*/, float /*y*/) {
+        if (button == ListBox::leftButton) {
+            list.setListIndex(list.listIndex());
+        }
+    };
+    list.userMouseDown(1, ListBox::leftButton, 0, 0, 0);
+    list.userMouseDown(0, ListBox::rightButton, 0, 0, 0);
+    list.userMouseDown(1, ListBox::leftButton, 0, 0, 0);
+    list.userMouseDown(2, ListBox::leftButton, 0, 0, 0);
+    EXPECT_EQ(seen, (std::vector<std::string>{"a", "b", "b", "b"}));
+}
+
 TEST(ItemList, SelectionAndToolTipsMoveWithTheRows) {
     ListBox list("list", nullptr, nullptr);
     for (const auto* text : {"a", "b", "b"}) {

@@ -58,7 +58,7 @@ TEST_F(SelectionTest, MouseOnTheList) {
     const auto press = [&](int button, float x, float y) {
         state().grdMacro.setCellText(1, 1, "8");
         state().txtToolTip.setVisible(true);
-        EXPECT_EQ(state().lstMethodMacroList.userMouseDown(button, 0, x, y), controls::UserRequest::Done);
+        EXPECT_EQ(state().lstMethodMacroList.userMouseDown(0, button, 0, x, y), controls::UserRequest::Done);
     };
     press(1, 10, 2.5F);
     EXPECT_THAT(gridValues(), ElementsAre("7"));
@@ -75,8 +75,29 @@ TEST_F(SelectionTest, MouseOnTheList) {
     EXPECT_TRUE(state().txtToolTip.visible());
     EXPECT_EQ(state().lngListMouseY, 9);
     editor().DisableMethod(true);
-    EXPECT_EQ(state().lstMethodMacroList.userMouseDown(1, 0, 0, 1), controls::UserRequest::NotUsable);
+    EXPECT_EQ(state().lstMethodMacroList.userMouseDown(0, 1, 0, 0, 1), controls::UserRequest::NotUsable);
     EXPECT_EQ(state().lngListMouseY, 9);
+}
+
+TEST_F(SelectionTest, AWrongStepSpeaksOnceWhenItIsPressed) {
+    loadSteps({"COUNT(99)", "COUNT(98)", "COUNT(7)"});
+    auto& list = state().lstMethodMacroList;
+    const auto textsOfPress = [&](int row) {
+        box->shown.clear();
+        list.userMouseDown(row, 1, 0, 0, 0);
+        return boxTexts();
+    };
+    const auto about = [](const std::string& value) {
+        return "In macro COUNT, the parameter 'Number' with value of '" + value +
+               "' is out of range.\r\nThe valid range is (1-20) .";
+    };
+    EXPECT_THAT(textsOfPress(1), ElementsAre(about("98")));
+    EXPECT_THAT(textsOfPress(1), ElementsAre(about("98")));
+    EXPECT_THAT(textsOfPress(2), ElementsAre());
+    EXPECT_THAT(textsOfPress(0), ElementsAre(about("99")));
+    enter(1, "6");
+    state().grdMacro.userEdit(1, "50", false);
+    EXPECT_THAT(textsOfPress(1), ElementsAre("The entered value is out of range.", about("98")));
 }
 
 TEST_F(SelectionTest, AnotherSyringeKeepsTheValues) {

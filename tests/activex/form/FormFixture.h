@@ -31,6 +31,15 @@ class RecordingSite final : public activex::FormSite {
 };
 
 class FormTest : public SmallSetTest {
+  public:
+    static void pump() {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+
   protected:
     FormTest() : form(editor(), site, GetModuleHandleW(nullptr)) {
         parent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 800, 600, nullptr,
@@ -46,13 +55,6 @@ class FormTest : public SmallSetTest {
         pump();
     }
 
-    static void pump() {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-    }
     [[nodiscard]] HWND frame(ControlId id) const { return GetDlgItem(form.window(), static_cast<int>(id)); }
     [[nodiscard]] HWND window(ControlId id) const {
         const auto holder = activex::frameOf(id);
@@ -85,17 +87,34 @@ class FormTest : public SmallSetTest {
     [[nodiscard]] bool translated(HWND focus, UINT message, WPARAM code) {
         return form.translateKey({focus, message, code, 1, 0, {}});
     }
-    /// The middle of a grid row, as an assistive program finds it out.
-    [[nodiscard]] int rowY(int row) const {
+    /// The grid as an assistive program finds it.
+    [[nodiscard]] com::ComPtr<IAccessible> accessibleGrid() const {
         com::ComPtr<IAccessible> accessible;
         AccessibleObjectFromWindow(grid(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
                                    reinterpret_cast<void**>(accessible.GetAddressOf()));
+        return accessible;
+    }
+    /// The place of one of its children in its client area.
+    [[nodiscard]] RECT placeInGrid(int child) const {
         RECT place{};
-        const com::Variant child(static_cast<std::int32_t>(row));
-        accessible->accLocation(&place.left, &place.top, &place.right, &place.bottom, child.get());
-        POINT middle{place.left, place.top + place.bottom / 2};
-        ScreenToClient(grid(), &middle);
-        return middle.y;
+        const com::Variant id(static_cast<std::int32_t>(child));
+        accessibleGrid()->accLocation(&place.left, &place.top, &place.right, &place.bottom, id.get());
+        place.right += place.left;
+        place.bottom += place.top;
+        MapWindowPoints(nullptr, grid(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+    static POINT middleOf(const RECT& place) {
+        return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    }
+    /// The middle of a grid row.
+    [[nodiscard]] int rowY(int row) const { return middleOf(placeInGrid(row)).y; }
+    /// The field of a row that opens the menu of values.
+    [[nodiscard]] RECT menuField(int row) const {
+        com::Variant field;
+        const com::Variant cell(static_cast<std::int32_t>(row));
+        accessibleGrid()->accNavigate(NAVDIR_RIGHT, cell.get(), field.put());
+        return placeInGrid(field.get().lVal);
     }
 
     RecordingSite site;

@@ -20,6 +20,16 @@ HRESULT nothing(BSTR* out) noexcept {
     return S_FALSE;
 }
 
+HRESULT give(const std::string& text, BSTR* out) noexcept {
+    try {
+        *out = com::Bstr(text).release();
+        return S_OK;
+    } catch (...) {
+        *out = nullptr;
+        return E_OUTOFMEMORY;
+    }
+}
+
 }  // namespace
 
 HRESULT GridAccessible::QueryInterface(REFIID id, void** object) {
@@ -64,25 +74,22 @@ HRESULT GridAccessible::Invoke(DISPID /*member*/, REFIID /*id*/, LCID /*locale*/
 
 bool GridAccessible::connected() const noexcept { return grid_ != nullptr && grid_->usable(); }
 
-HRESULT GridAccessible::give(int row, int column, BSTR* out) const noexcept {
-    try {
-        const auto text = row == 0 ? std::string("Parameters") : grid_->model().cellText(row, column);
-        *out = com::Bstr(text).release();
-        return S_OK;
-    } catch (...) {
-        *out = nullptr;
-        return E_OUTOFMEMORY;
-    }
+int GridAccessible::lastRow() const noexcept { return grid_->model().rowCount() - 1; }
+
+long GridAccessible::childOf(const Element& element) const noexcept {
+    return element.button ? lastRow() + element.row : element.row;
 }
 
-HRESULT GridAccessible::rowOf(const VARIANT& child, int& row) const noexcept {
+HRESULT GridAccessible::elementOf(const VARIANT& child, Element& element) const noexcept {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal >= grid_->model().rowCount()) {
+    const int last = lastRow();
+    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal > 2 * last) {
         return E_INVALIDARG;
     }
-    row = child.lVal;
+    const bool button = child.lVal > last;
+    element = {button ? static_cast<int>(child.lVal) - last : static_cast<int>(child.lVal), button};
     return S_OK;
 }
 
@@ -105,61 +112,77 @@ HRESULT GridAccessible::get_accChildCount(long* count) {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    *count = grid_->model().rowCount() - 1;
+    *count = 2 * lastRow();
     return S_OK;
 }
 
 HRESULT GridAccessible::get_accChild(VARIANT child, IDispatch** object) {
     *object = nullptr;
-    int row = 0;
-    const HRESULT result = rowOf(child, row);
+    Element element;
+    const HRESULT result = elementOf(child, element);
     return FAILED(result) ? result : S_FALSE;  // a simple element: it has no object of its own
 }
 
 HRESULT GridAccessible::get_accName(VARIANT child, BSTR* name) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        *name = nullptr;
+    *name = nullptr;
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
-    return give(row, 0, name);
+    try {
+        const auto text = element.row == 0 ? "Parameters" : grid_->model().cellText(element.row, 0);
+        return give(element.button ? "Values for " + text : text, name);
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
 }
 
 HRESULT GridAccessible::get_accValue(VARIANT child, BSTR* value) {
-    int row = 0;
     *value = nullptr;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
-    return row == 0 ? DISP_E_MEMBERNOTFOUND : give(row, 1, value);
+    if (element.row == 0 || element.button) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    try {
+        return give(grid_->model().cellText(element.row, 1), value);
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
 }
 
 HRESULT GridAccessible::get_accDescription(VARIANT /*child*/, BSTR* description) { return nothing(description); }
 
 HRESULT GridAccessible::get_accRole(VARIANT child, VARIANT* role) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
-    return giveNumber(row == 0 ? ROLE_SYSTEM_TABLE : ROLE_SYSTEM_CELL, role);
+    return giveNumber(element.row == 0 ? ROLE_SYSTEM_TABLE
+                      : element.button ? ROLE_SYSTEM_BUTTONMENU
+                                       : ROLE_SYSTEM_CELL,
+                      role);
 }
 
 HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
     const auto& model = grid_->model();
-    long states = grid_->takesFocus() ? STATE_SYSTEM_FOCUSABLE : 0;
-    if (!model.enabled()) {
-        states |= STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_READONLY;
-    }
+    const int row = element.row;
     const bool current = row == 0 || row == grid_->shownRow();
-    if (current && gridHasFocus()) {
-        states |= STATE_SYSTEM_FOCUSED;
+    long states = model.enabled() ? 0 : STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_READONLY;
+    if (element.button) {
+        states |= STATE_SYSTEM_HASPOPUP | (grid_->menuPressed(row) ? STATE_SYSTEM_PRESSED : 0);
+    } else {
+        states |= grid_->takesFocus() ? STATE_SYSTEM_FOCUSABLE : 0;
+        states |= current && gridHasFocus() ? STATE_SYSTEM_FOCUSED : 0;
     }
     if (row != 0) {
-        states |= STATE_SYSTEM_SELECTABLE | (current ? STATE_SYSTEM_SELECTED : 0);
+        states |= element.button ? 0 : STATE_SYSTEM_SELECTABLE | (current ? STATE_SYSTEM_SELECTED : 0);
         const auto& geometry = grid_->geometry();
         if (row < geometry.top || geometry.row(row).top >= geometry.height) {
             states |= STATE_SYSTEM_OFFSCREEN | STATE_SYSTEM_INVISIBLE;
@@ -173,7 +196,14 @@ HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT /*child*/, long* to
     *topic = -1;
     return nothing(file);
 }
-HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT /*child*/, BSTR* shortcut) { return nothing(shortcut); }
+HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) {
+    *shortcut = nullptr;
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
+        return result;
+    }
+    return element.button ? give("Shift+F10", shortcut) : nothing(shortcut);
+}
 
 HRESULT GridAccessible::get_accFocus(VARIANT* child) {
     VariantInit(child);
@@ -192,19 +222,26 @@ HRESULT GridAccessible::get_accSelection(VARIANT* children) {
     return row > 0 ? giveNumber(row, children) : S_FALSE;
 }
 
-HRESULT GridAccessible::get_accDefaultAction(VARIANT /*child*/, BSTR* action) { return nothing(action); }
+HRESULT GridAccessible::get_accDefaultAction(VARIANT child, BSTR* action) {
+    *action = nullptr;
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
+        return result;
+    }
+    return element.button ? give("Press", action) : nothing(action);
+}
 
 HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
     try {
         if ((flags & SELFLAG_TAKEFOCUS) != 0) {
             SetFocus(grid_->handle());
         }
-        if (row > 0 && connected()) {
-            grid_->goTo(row);
+        if (element.row > 0 && connected()) {
+            grid_->goTo(element.row);
         }
         return S_OK;
     } catch (...) {
@@ -212,18 +249,23 @@ HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
     }
 }
 
+RECT GridAccessible::placeOf(const Element& element) const {
+    if (element.row == 0) {
+        RECT client{};
+        GetClientRect(grid_->handle(), &client);
+        return client;
+    }
+    const auto& geometry = grid_->geometry();
+    return element.button ? geometry.menu(element.row) : geometry.entry(element.row);
+}
+
 HRESULT GridAccessible::accLocation(long* left, long* top, long* width, long* height, VARIANT child) {
     *left = *top = *width = *height = 0;
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
         return result;
     }
-    RECT place{};
-    if (row == 0) {
-        GetClientRect(grid_->handle(), &place);
-    } else {
-        place = grid_->geometry().value(row);
-    }
+    RECT place = placeOf(element);
     MapWindowPoints(grid_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
     *left = place.left;
     *top = place.top;
@@ -234,20 +276,22 @@ HRESULT GridAccessible::accLocation(long* left, long* top, long* width, long* he
 
 HRESULT GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end) {
     VariantInit(end);
-    int row = 0;
-    if (const HRESULT result = rowOf(start, row); FAILED(result)) {
+    Element element;
+    if (const HRESULT result = elementOf(start, element); FAILED(result)) {
         return result;
     }
-    const int last = grid_->model().rowCount() - 1;
-    int to = 0;
-    if (row == 0) {
-        to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
+    const int last = lastRow();
+    Element to;
+    if (element.row == 0) {
+        to.row = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
     } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
-        to = row + 1;
+        to = {element.row + 1, element.button};
     } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
-        to = row - 1;
+        to = {element.row - 1, element.button};
+    } else if (direction == (element.button ? NAVDIR_LEFT : NAVDIR_RIGHT)) {
+        to = {element.row, !element.button};
     }
-    return to >= 1 && to <= last ? giveNumber(to, end) : S_FALSE;
+    return to.row >= 1 && to.row <= last ? giveNumber(childOf(to), end) : S_FALSE;
 }
 
 HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
@@ -262,11 +306,28 @@ HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
     if (PtInRect(&client, place) == FALSE) {
         return S_FALSE;
     }
-    const int row = grid_->geometry().rowAt(place.y);
-    return giveNumber(row > 0 ? row : CHILDID_SELF, child);
+    const auto& geometry = grid_->geometry();
+    const int row = geometry.rowAt(place.y);
+    const bool button = geometry.partAt(place.x, false) == GridPart::Menu;
+    return giveNumber(row > 0 ? childOf({row, button}) : CHILDID_SELF, child);
 }
 
-HRESULT GridAccessible::accDoDefaultAction(VARIANT /*child*/) { return DISP_E_MEMBERNOTFOUND; }
+HRESULT GridAccessible::accDoDefaultAction(VARIANT child) {
+    Element element;
+    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
+        return result;
+    }
+    if (!element.button) {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+    try {
+        grid_->openMenu(element.row);
+        return S_OK;
+    } catch (...) {
+        return E_FAIL;
+    }
+}
+
 HRESULT GridAccessible::put_accName(VARIANT /*child*/, BSTR /*name*/) { return DISP_E_MEMBERNOTFOUND; }
 // Values are entered by the user alone, where they are validated.
 HRESULT GridAccessible::put_accValue(VARIANT /*child*/, BSTR /*value*/) { return DISP_E_MEMBERNOTFOUND; }

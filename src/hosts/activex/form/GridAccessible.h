@@ -1,4 +1,5 @@
-// The grid as assistive technology reads it: a table with one child per parameter, named as the parameter and with its value.
+// The grid as assistive technology reads it: a table with a cell per parameter, named as the parameter and with its value, and a
+// button per parameter that opens the menu of its values.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +12,8 @@ namespace vrn::activex {
 
 class GridWindow;
 
-/// Child k is the value cell of row k. Clients may keep the object for longer than the window lives; it then answers that it is
+/// Child k is the value cell of row k; the buttons follow behind the cells, in the same order, and stand to the right of them.
+/// Clients may keep the object for longer than the window lives; it then answers that it is
 /// not connected any more.
 class GridAccessible final : public IAccessible {
   public:
@@ -54,11 +56,18 @@ class GridAccessible final : public IAccessible {
     ~GridAccessible() = default;  // by Release only
 
   private:
-    /// The row that a child means, 0 for the grid itself; a failure for one that is not there.
-    HRESULT rowOf(const VARIANT& child, int& row) const noexcept;
+    /// What a child is: the grid itself with row 0, otherwise a cell or a button.
+    struct Element {
+        int row = 0;
+        bool button = false;
+    };
+    /// A failure for a child that is not there.
+    HRESULT elementOf(const VARIANT& child, Element& element) const noexcept;
+    [[nodiscard]] int lastRow() const noexcept;
+    [[nodiscard]] long childOf(const Element& element) const noexcept;
+    [[nodiscard]] RECT placeOf(const Element& element) const;
     [[nodiscard]] bool connected() const noexcept;
     [[nodiscard]] bool gridHasFocus() const noexcept;
-    [[nodiscard]] HRESULT give(int row, int column, BSTR* out) const noexcept;
 
     std::atomic<ULONG> references_{1};
     GridWindow* grid_;

@@ -1,9 +1,13 @@
 #include "hosts/activex/form/GridEditor.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
+#include "controls/ItemList.h"
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/SimplePeers.h"
+#include "hosts/activex/form/Typing.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -89,16 +93,36 @@ LRESULT GridEditorWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     switch (message) {
         case WM_GETDLGCODE:
             return byDefault(message, wParam, lParam) | DLGC_WANTALLKEYS;
+        case WM_LBUTTONDOWN:
+            if (editor_.secondPress()) {
+                // All of the text for what is typed next, as by a double click where the editor was not open yet.
+                if (!list_) {
+                    send(EM_SETSEL, 0, -1);
+                }
+                return 0;
+            }
+            break;
         case WM_KEYDOWN:
+            editor_.site().editorUsed();
             if (!session().userMayAct() || onKey(wParam)) {
                 return 0;
             }
             break;
         case WM_CHAR:
+            editor_.site().editorUsed();
             // The characters of keys that were handled as keys; the system would sound its bell.
             if (!session().userMayAct() || wParam == VK_TAB || (wParam == VK_RETURN && !list_) ||
                 (wParam == VK_ESCAPE && !list_)) {
                 return 0;
+            }
+            if (list_ && editor_.letterTyped(static_cast<wchar_t>(wParam))) {
+                return 0;
+            }
+            break;
+        case WM_MOUSEWHEEL:
+            if (list_ && send(CB_GETDROPPEDSTATE) == FALSE) {
+                // A closed list leaves the wheel to the grid.
+                return DefWindowProcW(handle(), message, wParam, lParam);
             }
             break;
         case WM_KILLFOCUS:
@@ -108,6 +132,9 @@ LRESULT GridEditorWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
             break;
         default:
             break;
+    }
+    if (endsTyping(message, wParam)) {
+        editor_.typed_.forget();
     }
     return byDefault(message, wParam, lParam);
 }
@@ -133,6 +160,8 @@ void GridEditor::open(int row, const RECT& place) {
         return;
     }
     valueBefore_ = cells->value;
+    typed_.forget();
+    pressTime_.reset();
     row_ = row;
     listOpen_ = cells->style == controls::EditStyle::DropDownList;
     // First the size, then the text: a box without width would scroll it out of sight.
@@ -171,6 +200,20 @@ void GridEditor::fillList(const controls::GridRow& cells) {
     SendMessageW(window, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
     SendMessageW(window, CB_SETCURSEL, static_cast<WPARAM>(found - items_.begin()), 0);
     SendMessageW(window, WM_SETREDRAW, TRUE, 0);
+}
+
+void GridEditor::openedByPress() noexcept {
+    pressTime_ = GetMessageTime();
+    const DWORD place = GetMessagePos();
+    pressPlace_ = {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+}
+
+bool GridEditor::secondPress() noexcept {
+    const auto first = std::exchange(pressTime_, std::nullopt);
+    const DWORD place = GetMessagePos();
+    return first && static_cast<DWORD>(GetMessageTime() - *first) <= GetDoubleClickTime() &&
+           std::abs(static_cast<short>(LOWORD(place)) - pressPlace_.x) <= GetSystemMetrics(SM_CXDOUBLECLK) &&
+           std::abs(static_cast<short>(HIWORD(place)) - pressPlace_.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
 }
 
 void GridEditor::dropDown() const noexcept {
@@ -228,6 +271,16 @@ void GridEditor::textTyped() {
         model_.userTypeText(row_, text::fromWide(windowText(text_.handle())));
         typing_ = false;
     }
+}
+
+bool GridEditor::letterTyped(wchar_t character) {
+    const int selected = static_cast<int>(SendMessageW(list_.handle(), CB_GETCURSEL, 0, 0));
+    const auto row = rowTyped(typed_, character, items_, selected);
+    if (row && *row != controls::noSelection && *row != selected) {
+        SendMessageW(list_.handle(), CB_SETCURSEL, static_cast<WPARAM>(*row), 0);
+        itemChosen();
+    }
+    return row.has_value();
 }
 
 void GridEditor::itemChosen() {

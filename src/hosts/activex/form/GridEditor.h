@@ -1,10 +1,12 @@
 // The place in the grid where the user enters a value: a text box or a drop-down list over the value cell.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "controls/Grid.h"
+#include "controls/TypeAhead.h"
 #include "hosts/activex/form/Window.h"
 
 namespace vrn::activex {
@@ -25,6 +27,8 @@ class GridEditorSite {
     virtual void editorAbandoned() noexcept = 0;
     /// The user goes on to the next row or, behind the last one, to the next control.
     virtual void editorTabbed(bool backwards) = 0;
+    /// The user is about to change the value, wherever the grid was scrolled to.
+    virtual void editorUsed() = 0;
 };
 
 /// One of the editor's two windows.
@@ -61,6 +65,8 @@ class GridEditor {
     /// Opens over the row's value cell, which the user has gone to, and takes the focus.
     void open(int row, const RECT& place);
     void dropDown() const noexcept;
+    /// The press of the mouse at work has opened it: another one that makes it a double click is no press in the editor.
+    void openedByPress() noexcept;
     void moveTo(const RECT& place) const noexcept;
     /// Takes the window away. The focus goes to the grid when it was here.
     void close() noexcept;
@@ -75,6 +81,8 @@ class GridEditor {
     void fillList(const controls::GridRow& cells);
     void textTyped();
     void itemChosen();
+    [[nodiscard]] bool letterTyped(wchar_t character);
+    [[nodiscard]] bool secondPress() noexcept;
     [[nodiscard]] GridEditorSite& site() const noexcept { return site_; }
 
     controls::Grid& model_;
@@ -83,7 +91,10 @@ class GridEditor {
     GridEditorWindow text_;
     GridEditorWindow list_;
     std::vector<std::string> items_;  // of the list window
+    controls::TypeAhead typed_;
     std::string valueBefore_;
+    std::optional<LONG> pressTime_;  // of the press that has opened it
+    POINT pressPlace_{};
     int row_ = 0;
     bool listOpen_ = false;
     bool filling_ = false;

@@ -2,20 +2,27 @@
 
 #include <algorithm>
 
+#include "controls/Grid.h"
 #include "hosts/activex/form/Metrics.h"
 
 namespace vrn::activex {
 
 namespace {
 
-constexpr int arrowUnits = 17;
+constexpr int arrowWidth = 17;  // lengths at 96 dpi
+constexpr int menuWidth = 20;
+constexpr int ownNameWidth = 150;
+
+using controls::Grid;
 
 }  // namespace
 
-int GridGeometry::arrowWidth() const noexcept { return scaled(arrowUnits, dpi); }
+int GridGeometry::fieldWidth(int wanted) const noexcept {
+    return std::clamp(scaled(wanted, dpi), 0, std::max(width - nameWidth, 0) / 3);
+}
 
 int GridGeometry::usualNameWidth() const noexcept {
-    return std::max(std::min(scaled(valueColumn, dpi), width / 2), width * 2 / 5);
+    return std::max(std::min(scaled(ownNameWidth, dpi), width / 2), width * 2 / 5);
 }
 
 RECT GridGeometry::row(int row) const noexcept {
@@ -35,9 +42,21 @@ RECT GridGeometry::value(int row) const noexcept {
     return place;
 }
 
-RECT GridGeometry::arrow(int row) const noexcept {
+RECT GridGeometry::entry(int row) const noexcept {
     RECT place = value(row);
-    place.left = std::max<LONG>(place.left, place.right - arrowWidth());
+    place.right -= fieldWidth(menuWidth);
+    return place;
+}
+
+RECT GridGeometry::arrow(int row) const noexcept {
+    RECT place = entry(row);
+    place.left = place.right - fieldWidth(arrowWidth);
+    return place;
+}
+
+RECT GridGeometry::menu(int row) const noexcept {
+    RECT place = value(row);
+    place.left = place.right - fieldWidth(menuWidth);
     return place;
 }
 
@@ -56,14 +75,21 @@ GridPart GridGeometry::partAt(int x, bool isList) const noexcept {
     if (x < nameWidth) {
         return GridPart::Name;
     }
+    if (x >= menu(top).left) {
+        return GridPart::Menu;
+    }
     return isList && x >= arrow(top).left ? GridPart::Arrow : GridPart::Value;
 }
 
 int GridGeometry::position(int x) const noexcept {
-    if (x < nameWidth) {
-        return std::max(x, 0) * valueColumn / nameWidth;
+    const RECT field = menu(top);
+    if (x < field.left) {
+        return std::max(x, 0) * Grid::menuFrom / field.left;
     }
-    return valueColumn + MulDiv(x - nameWidth, standardDpi, dpi);
+    if (x >= field.right) {
+        return Grid::menuTo + 1 + MulDiv(x - field.right, standardDpi, dpi);
+    }
+    return Grid::menuFrom + (x - field.left) * (Grid::menuTo - Grid::menuFrom) / widthOf(field);
 }
 
 int GridGeometry::wholeRows() const noexcept { return std::max((height - headerHeight) / rowHeight, 1); }

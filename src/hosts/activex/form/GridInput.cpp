@@ -1,10 +1,9 @@
-// What the user does in the grid, with the mouse and by keys.
+// What the user does in the grid by keys and with its scroll bar, and how an edit ends.
 #include <windowsx.h>
 
 #include <algorithm>
 
 #include "hosts/activex/form/GridWindow.h"
-#include "hosts/activex/form/Metrics.h"
 
 namespace vrn::activex {
 
@@ -13,38 +12,20 @@ using controls::UserRequest;
 
 namespace {
 
-constexpr int hintOffsetX = 12;  // lengths at 96 dpi
-constexpr int hintOffsetY = 20;
-constexpr wchar_t controlC = 3;                               // the character that Ctrl+C makes
-constexpr int menuPosition = GridGeometry::valueColumn + 50;  // in the part of a value that opens the menu
-
-bool isList(const controls::Grid& model, int row) noexcept {
-    const auto* const cells = model.row(row);
-    return cells != nullptr && cells->style == EditStyle::DropDownList;
-}
+constexpr wchar_t controlC = 3;  // the character that Ctrl+C makes
+constexpr int menuPosition = (controls::Grid::menuFrom + controls::Grid::menuTo) / 2;
 
 }  // namespace
 
 LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
-    const int x = GET_X_LPARAM(lParam);
-    const int y = GET_Y_LPARAM(lParam);
     switch (message) {
-        case WM_LBUTTONDOWN:
-        case WM_RBUTTONDOWN:
-            onPress(x, y, message == WM_RBUTTONDOWN);
-            return 0;
-        case WM_LBUTTONDBLCLK:
-            onDoubleClick(x, y);
-            return 0;
-        case WM_MOUSEMOVE:
-            onHover(x, y);
-            return 0;
-        case WM_MOUSELEAVE:
-            onLeave();
-            return 0;
         case WM_MOUSEWHEEL:
-            onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
-            return 0;
+            // With all rows in view it is for what is around the grid.
+            if (geometry().lastTop() > 1) {
+                onWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+                return 0;
+            }
+            break;
         case WM_VSCROLL:
             onScroll(LOWORD(wParam));
             return 0;
@@ -59,82 +40,18 @@ LRESULT GridWindow::onInput(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_CONTEXTMENU:
             if (lParam == -1) {
-                openMenu();
+                const int row = model_.currentRow();
+                openMenuAt(row, geometry().value(row).left);
+                return 0;
+            }
+            if (onContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
                 return 0;
             }
             break;
         default:
-            break;
+            return onMouse(message, wParam, lParam);
     }
     return byDefault(message, wParam, lParam);
-}
-
-void GridWindow::onPress(int x, int y, bool right) {
-    if (!session().userMayAct()) {
-        return;
-    }
-    const int row = geometry().rowAt(y);
-    const bool again = row == model_.currentRow() && GetFocus() == handle();
-    if (takesFocus()) {
-        SetFocus(handle());
-    }
-    if (!usable() || row < 1) {
-        return;
-    }
-    if (readOnly()) {
-        readRow(row);
-        return;
-    }
-    const auto part = geometry_.partAt(x, isList(model_, row));
-    pressed_ = {x, y};
-    model_.userMouseMove(-1);
-    // The arrow is not a part that opens the menu, wherever it stands.
-    const int position = part == GridPart::Arrow ? 0 : geometry_.position(x);
-    const bool done = model_.userMouseDown(row, position) == UserRequest::Done;
-    if (!usable()) {
-        return;
-    }
-    showRow(model_.currentRow());
-    if (!done || right || session().state().mnuUserIndex.shown() || row != model_.currentRow()) {
-        return;
-    }
-    if (part == GridPart::Arrow && edit(row)) {
-        editor_.dropDown();
-    } else if (part == GridPart::Value && again) {
-        static_cast<void>(edit(row));
-    }
-}
-
-void GridWindow::onDoubleClick(int x, int y) {
-    const int row = geometry().rowAt(y);
-    if (!session().userMayAct() || row < 1) {
-        return;
-    }
-    if (edit(row) && geometry_.partAt(x, isList(model_, row)) == GridPart::Arrow) {
-        editor_.dropDown();
-    }
-}
-
-void GridWindow::onHover(int x, int y) {
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, handle(), 0};
-    TrackMouseEvent(&track);
-    const int row = geometry().rowAt(y);
-    if (row == hovered_ || !session().userMayAct()) {
-        return;
-    }
-    hovered_ = row;
-    auto& hint = session().state().txtToolTip;
-    POINT place{x + scaled(hintOffsetX, look().dpi), y + scaled(hintOffsetY, look().dpi)};
-    MapWindowPoints(handle(), GetParent(GetParent(handle())), &place, 1);
-    hint.moveTo(toTwips(place.x, look().dpi), toTwips(place.y, look().dpi));
-    model_.userMouseMove(row < 1 ? -1 : row);
-}
-
-void GridWindow::onLeave() {
-    hovered_ = -1;
-    if (session().userMayAct()) {
-        model_.userMouseMove(-1);
-    }
 }
 
 void GridWindow::onWheel(int delta) {
@@ -183,7 +100,7 @@ bool GridWindow::onKey(WPARAM key) {
     const int row = shownRow();
     const int page = std::max(geometry().wholeRows() - 1, 1);
     if (alt) {
-        if ((key == VK_DOWN || key == VK_UP) && isList(model_, row) && edit(row)) {
+        if ((key == VK_DOWN || key == VK_UP) && isList(row) && edit(row)) {
             editor_.dropDown();
             return true;
         }
@@ -213,7 +130,7 @@ bool GridWindow::onKey(WPARAM key) {
             static_cast<void>(edit(row));
             return true;
         case VK_F4:
-            if (isList(model_, row) && edit(row)) {
+            if (isList(row) && edit(row)) {
                 editor_.dropDown();
             }
             return true;
@@ -254,16 +171,35 @@ void GridWindow::goTo(int row) {
     }
 }
 
-// The menu by keyboard: below the left end of the value.
-void GridWindow::openMenu() {
-    const int row = model_.currentRow();
+void GridWindow::openMenu(int row) {
+    if (askForMenu(row)) {
+        menuPlace_ = {geometry_.row(row), 0, geometry_.menu(row)};
+    }
+}
+
+void GridWindow::openMenuAt(int row, int x) {
+    if (askForMenu(row)) {
+        menuPlace_ = {geometry_.row(row), x, {}};
+    }
+}
+
+// The menu itself comes by the message loop.
+bool GridWindow::askForMenu(int row) {
     if (!session().userMayAct() || row < 1 || readOnly()) {
-        return;
+        return false;
+    }
+    model_.userMouseMove(-1);
+    if (!usable()) {
+        return false;
     }
     showRow(row);
-    const RECT value = geometry_.value(row);
-    pressed_ = {value.left, value.bottom};
     model_.userMouseDown(row, menuPosition);
+    return usable();
+}
+
+bool GridWindow::isList(int row) const noexcept {
+    const auto* const cells = model_.row(row);
+    return cells != nullptr && cells->style == EditStyle::DropDownList;
 }
 
 bool GridWindow::edit(int row) {
@@ -274,7 +210,7 @@ bool GridWindow::edit(int row) {
     // The hint has told what it had to: it would stand in the way.
     model_.userMouseMove(-1);
     editor_.close();
-    editor_.open(row, geometry_.value(row));
+    editor_.open(row, geometry_.entry(row));
     return usable() && editor_.isOpen();
 }
 
@@ -309,6 +245,12 @@ void GridWindow::editorLeft(int rows) {
     const int row = editor_.row();
     if (finishEdit(true)) {
         goTo(row + rows);
+    }
+}
+
+void GridWindow::editorUsed() {
+    if (usable() && editor_.isOpen()) {
+        scrollTo(geometry().topToShow(editor_.row()));
     }
 }
 

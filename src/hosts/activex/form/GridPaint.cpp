@@ -1,5 +1,7 @@
 #include "hosts/activex/form/GridPaint.h"
 
+#include <vssym32.h>
+
 #include <algorithm>
 #include <array>
 
@@ -10,7 +12,8 @@ namespace vrn::activex {
 
 namespace {
 
-constexpr int arrowHalf = 3;  // at 96 dpi
+constexpr int arrowHalf = 3;  // lengths at 96 dpi
+constexpr int dotWidth = 2;
 constexpr UINT textFormat = DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_END_ELLIPSIS | DT_NOPREFIX;
 
 struct RowColours {
@@ -50,10 +53,45 @@ void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexce
     Polygon(context, corners.data(), static_cast<int>(corners.size()));
 }
 
-// The lines on the right of the name and below the row.
-void paintLines(HDC context, const GridGeometry& geometry, const RECT& row) noexcept {
+// The button that the field is under the mouse. Answers the colour of what is on it.
+COLORREF paintButton(HDC context, RECT place, const GridPicture& picture) noexcept {
+    COLORREF colour = GetSysColor(COLOR_BTNTEXT);
+    if (picture.buttons == nullptr) {
+        DrawFrameControl(context, &place, DFC_BUTTON, DFCS_BUTTONPUSH | (picture.pressed ? DFCS_PUSHED : 0U));
+        return colour;
+    }
+    const int state = picture.pressed ? PBS_PRESSED : PBS_HOT;
+    DrawThemeBackground(picture.buttons, context, BP_PUSHBUTTON, state, &place, nullptr);
+    GetThemeColor(picture.buttons, BP_PUSHBUTTON, state, TMT_TEXTCOLOR, &colour);
+    return colour;
+}
+
+// Three dots: the sign of a button behind which there is more to choose from.
+void paintMenuField(HDC context, const GridPicture& picture, int row, COLORREF colour) noexcept {
+    RECT place = picture.geometry.menu(row);
+    --place.bottom;
+    if (row == picture.hotMenu) {
+        colour = paintButton(context, place, picture);
+    }
+    const int dot = std::max(scaled(dotWidth, picture.geometry.dpi), 1);
+    const int all = 5 * dot;
+    if (widthOf(place) < all) {
+        return;
+    }
+    const LONG y = (place.top + place.bottom - dot) / 2;
+    LONG x = (place.left + place.right - all) / 2;
+    for (int i = 0; i < 3; ++i, x += 2 * dot) {
+        fill(context, {x, y, x + dot, y + dot}, colour);
+    }
+}
+
+// The lines on the right of the name and of the value, and below the row.
+void paintLines(HDC context, const GridGeometry& geometry, int number) noexcept {
     const COLORREF colour = GetSysColor(COLOR_3DLIGHT);
+    const RECT row = geometry.row(number);
+    const LONG field = geometry.menu(number).left;
     fill(context, {geometry.nameWidth - 1, row.top, geometry.nameWidth, row.bottom}, colour);
+    fill(context, {field - 1, row.top, field, row.bottom}, colour);
     fill(context, {row.left, row.bottom - 1, row.right, row.bottom}, colour);
 }
 
@@ -69,11 +107,13 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     const auto colours = coloursOf(picture, current);
     const RECT place = geometry.row(row);
     fill(context, place, colours.ground);
-    paintLines(context, geometry, place);
+    paintLines(context, geometry, row);
+    paintMenuField(context, picture, row, colours.text);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, colours.text);
     paintText(context, geometry.name(row), picture.model.cellText(row, 0), geometry.dpi);
-    RECT value = geometry.value(row);
+    RECT value = geometry.entry(row);
+    --value.right;
     if (row == picture.editedRow) {
         --value.bottom;
         fill(context, value, GetSysColor(COLOR_WINDOW));
@@ -86,7 +126,8 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     }
     paintText(context, value, shownValue(picture.model, row), geometry.dpi);
     if (current && picture.focused) {
-        RECT focus = geometry.value(row);
+        RECT focus = geometry.entry(row);
+        --focus.right;
         --focus.bottom;
         SetBkColor(context, colours.ground);
         SetTextColor(context, colours.text);

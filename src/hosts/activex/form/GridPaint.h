@@ -5,6 +5,7 @@
 
 #include "controls/Grid.h"
 #include "hosts/activex/form/GridGeometry.h"
+#include "hosts/activex/form/Owners.h"
 
 namespace vrn::activex {
 
@@ -18,6 +19,9 @@ struct GridPicture {
     bool focused = false;  ///< whether the keyboard is in the grid
     int currentRow = 0;    ///< the row that the user is at
     int editedRow = 0;     ///< the row whose value is under the open editor
+    int hotMenu = 0;       ///< the row whose menu field the mouse is on
+    bool pressed = false;  ///< and is held down on
+    HTHEME buttons = nullptr;
 };
 
 /// Draws all rows that touch `area`, and the empty ground below them. The header is a window of its own.

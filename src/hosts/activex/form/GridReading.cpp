@@ -71,8 +71,8 @@ std::wstring GridWindow::cutText(int row) {
     std::wstring cut;
     for (int column = 0; column < 2; ++column) {
         const auto text = text::toWide(model_.cellText(row, column));
-        const int width =
-            column == 0 ? shape.nameWidth : shape.width - shape.nameWidth - (list ? shape.arrowWidth() : 0);
+        const LONG end = list ? shape.arrow(row).left : shape.entry(row).right;
+        const int width = column == 0 ? shape.nameWidth : static_cast<int>(end) - shape.nameWidth;
         if (textWidth(context.get(), text) > width - 2 * scaled(gridTextInset, shape.dpi)) {
             cut += (cut.empty() ? L"" : L"\r\n") + text;
         }

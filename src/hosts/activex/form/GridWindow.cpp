@@ -217,7 +217,7 @@ void GridWindow::beSomewhere() noexcept {
 
 void GridWindow::placeEditor() {
     if (editor_.isOpen()) {
-        editor_.moveTo(geometry_.value(editor_.row()));
+        editor_.moveTo(geometry_.entry(editor_.row()));
     }
 }
 
@@ -233,11 +233,16 @@ void GridWindow::scrollTo(int top) {
     UpdateWindow(handle());
 }
 
-// Draws the row that the model is at as the current one, in view.
-void GridWindow::showRow(int row) {
+// Draws the row that the model is at as the current one.
+void GridWindow::markRow(int row) noexcept {
     repaintRow(shownCurrent_);
     repaintRow(row);
     shownCurrent_ = row;
+}
+
+// In view, too.
+void GridWindow::showRow(int row) {
+    markRow(row);
     scrollTo(geometry().topToShow(row));
     tell(EVENT_OBJECT_FOCUS, row);
     tell(EVENT_OBJECT_SELECTION, row);
@@ -247,12 +252,22 @@ void GridWindow::paint(HDC context, const RECT& area) {
     shownCurrent_ = shownRow();
     const HWND focus = GetFocus();
     const bool focused = focus == handle() || (focus != nullptr && focus == editor_.window());
-    paintGrid(context, {geometry(), model_, look().gridFont, focused, shownCurrent_, editor_.row()}, area);
+    const bool hot = hotMenu_ != 0 && model_.enabled();
+    const UniqueTheme theme(hot && look().themed ? OpenThemeData(handle(), L"BUTTON") : nullptr);
+    GridPicture picture{geometry(), model_, look().gridFont, focused, shownCurrent_, editor_.row()};
+    picture.hotMenu = hot ? hotMenu_ : 0;
+    picture.pressed = hot && hotMenu_ == pressedMenu_;
+    picture.buttons = theme.get();
+    paintGrid(context, picture, area);
 }
 
-POINT GridWindow::menuPlace() const noexcept {
-    POINT place = pressed_;
-    ClientToScreen(handle(), &place);
+MenuPlace GridWindow::menuPlace() const noexcept {
+    MenuPlace place = menuPlace_;
+    POINT edge{place.x, 0};
+    ClientToScreen(handle(), &edge);
+    place.x = edge.x;
+    MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&place.row), 2);
+    MapWindowPoints(handle(), nullptr, reinterpret_cast<POINT*>(&place.button), 2);
     return place;
 }
 

@@ -8,6 +8,7 @@
 
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/Naming.h"
+#include "hosts/activex/form/Typing.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -38,7 +39,7 @@ void ItemPeer::lookChanged() {
 }
 
 void ItemPeer::update(Change change) {
-    if (change == Change::Items || change == Change::Index) {
+    if (change == Change::Items || change == Change::Index || change == Change::View) {
         rowsStale_ = rowsStale_ || change == Change::Items;
         indexStale_ = true;
         InvalidateRect(handle(), nullptr, FALSE);
@@ -49,7 +50,26 @@ LRESULT ItemPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (indexStale_ && !catchingUp_ && session().open()) {
         catchUp();
     }
+    if (message == WM_CHAR && onCharacter(static_cast<wchar_t>(wParam))) {
+        return 0;
+    }
+    if (endsTyping(message, wParam)) {
+        typed_.forget();
+    }
     return byDefault(message, wParam, lParam);
+}
+
+// The window's own search would begin anew with every letter.
+bool ItemPeer::onCharacter(wchar_t character) {
+    if (!session().userMayAct()) {
+        return true;
+    }
+    const int selected = windowIndex();
+    const auto row = rowTyped(typed_, character, model_.items(), selected);
+    if (row && *row != controls::noSelection && *row != selected) {
+        typedTo(*row);
+    }
+    return row.has_value();
 }
 
 void ItemPeer::catchUp() {
@@ -63,6 +83,7 @@ void ItemPeer::catchUp() {
         send(messages_.setIndex, static_cast<WPARAM>(model_.listIndex()));
     }
     catchingUp_ = false;
+    caughtUp();
 }
 
 int ItemPeer::rowWidth(int row) const noexcept {
@@ -141,7 +162,7 @@ void ItemPeer::choose(int index) {
 }
 
 ListPeer::ListPeer(Session& session, controls::ListBox& model, ControlId id) noexcept
-    : ItemPeer(session, model, id, listMessages), model_(model) {}
+    : ItemPeer(session, model, id, listMessages, controls::TypeAhead::Rows::Numbered), model_(model) {}
 
 Window::Making ListPeer::making(HWND parent) const {
     return {L"LISTBOX",       L"",    WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
@@ -215,8 +236,50 @@ bool ListPeer::onReading(UINT message, WPARAM wParam) {
     }
 }
 
+void ListPeer::update(Change change) {
+    ItemPeer::update(change);
+    selectedToBeSeen_ = selectedToBeSeen_ || change == Change::Index || change == Change::View;
+    rowToBeSeen_ = rowToBeSeen_ || change == Change::View;
+}
+
+// A press leaves the list where it is: the next row must not come under the mouse.
+void ListPeer::caughtUp() {
+    if (topAtPress_) {
+        send(LB_SETTOPINDEX, static_cast<WPARAM>(*topAtPress_));
+        return;
+    }
+    if (std::exchange(rowToBeSeen_, false)) {
+        show(model_.rowInView());
+    }
+    if (std::exchange(selectedToBeSeen_, false)) {
+        show(model_.listIndex());
+    }
+}
+
+void ListPeer::show(int row) const noexcept {
+    if (row < 0) {
+        return;
+    }
+    RECT client{};
+    GetClientRect(handle(), &client);
+    const auto rowHeight = std::max(static_cast<int>(send(LB_GETITEMHEIGHT)), 1);
+    const int wholeRows = std::max(static_cast<int>(client.bottom) / rowHeight, 1);
+    const int top = static_cast<int>(send(LB_GETTOPINDEX));
+    const int wanted = std::clamp(top, row - wholeRows + 1, row);
+    if (wanted != top) {
+        send(LB_SETTOPINDEX, static_cast<WPARAM>(wanted));
+    }
+}
+
+int ListPeer::rowAt(POINT place) const noexcept {
+    const auto nearest = LOWORD(send(LB_ITEMFROMPOINT, 0, MAKELPARAM(place.x, place.y)));
+    RECT row{};
+    const bool there = send(LB_GETITEMRECT, nearest, reinterpret_cast<LPARAM>(&row)) != LB_ERR;
+    return there && place.y >= row.top && place.y < row.bottom ? nearest : controls::noSelection;
+}
+
 void ListPeer::onCommand(int code) {
-    if (code == LBN_SELCHANGE) {
+    if (code == LBN_SELCHANGE && (!pressed_ || differs())) {
         choose(windowIndex());
     }
 }
@@ -225,20 +288,55 @@ LRESULT ListPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (session().open() && readOnly() && onReading(message, wParam)) {
         return 0;
     }
-    const bool pressed = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN;
-    if (!pressed) {
-        return ItemPeer::onMessage(message, wParam, lParam);
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+        case WM_RBUTTONDOWN:
+            return onPress(message, wParam, lParam);
+        case WM_LBUTTONUP: {
+            // Some systems report a choice with the press, others with the release.
+            const LRESULT result = ItemPeer::onMessage(message, wParam, lParam);
+            pressed_ = false;
+            return result;
+        }
+        case WM_MOUSEMOVE:
+            // The release may have gone elsewhere.
+            pressed_ = pressed_ && (wParam & MK_LBUTTON) != 0;
+            break;
+        case WM_KEYDOWN:
+            pressed_ = false;
+            break;
+        default:
+            break;
     }
+    return ItemPeer::onMessage(message, wParam, lParam);
+}
+
+LRESULT ListPeer::onPress(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!session().userMayAct()) {
         return 0;
     }
+    const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const bool left = message != WM_RBUTTONDOWN;
-    model_.userMouseDown(left ? 1 : 2, shiftState(wParam), toTwips(GET_X_LPARAM(lParam), look().dpi),
-                         toTwips(GET_Y_LPARAM(lParam), look().dpi));
+    const int row = rowAt(place);
+    pressed_ = left;
+    topAtPress_ = static_cast<int>(send(LB_GETTOPINDEX));
+    model_.userMouseDown(row, left ? controls::ListBox::leftButton : controls::ListBox::rightButton, shiftState(wParam),
+                         toTwips(place.x, look().dpi), toTwips(place.y, look().dpi));
     if (!session().open() || handle() == nullptr) {
         return 0;
     }
-    const LRESULT result = ItemPeer::onMessage(message, wParam, lParam);
+    LRESULT result = 0;
+    if (left && row != controls::noSelection && row != model_.listIndex()) {
+        // Meanwhile the host has switched the list off or filled it anew: there is nothing left to take.
+        pressed_ = false;
+        SetFocus(handle());
+    } else {
+        result = ItemPeer::onMessage(message, wParam, lParam);
+        selectedToBeSeen_ = false;
+    }
+    topAtPress_.reset();
+    caughtUp();
     // A message box may have swallowed the release of the button: the list must not wait for it.
     const int button = GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
     if (left && handle() != nullptr && GetCapture() == handle() && GetAsyncKeyState(button) >= 0) {
@@ -248,7 +346,7 @@ LRESULT ListPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 ComboPeer::ComboPeer(Session& session, controls::ComboBox& model, ControlId id) noexcept
-    : ItemPeer(session, model, id, comboMessages), model_(model) {}
+    : ItemPeer(session, model, id, comboMessages, controls::TypeAhead::Rows::Plain), model_(model) {}
 
 Window::Making ComboPeer::making(HWND parent) const {
     return {L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0, parent, 0};
@@ -333,7 +431,20 @@ void ComboPeer::paintReadably() const {
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
+void ComboPeer::typedTo(int row) {
+    if (!dropped()) {
+        choose(row);
+        return;
+    }
+    // While the list is open the user is still looking around.
+    send(CB_SETCURSEL, static_cast<WPARAM>(row));
+}
+
 LRESULT ComboPeer::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_MOUSEWHEEL && !dropped()) {
+        // Who turns the wheel over a closed list scrolls what is around it.
+        return DefWindowProcW(handle(), message, wParam, lParam);
+    }
     if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_MOUSEWHEEL) {
         handled_ = false;
         if (!session().userMayAct()) {

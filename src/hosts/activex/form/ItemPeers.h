@@ -1,10 +1,12 @@
 // Peers of lists: the list of steps and the drop-down lists.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "controls/ItemList.h"
+#include "controls/TypeAhead.h"
 #include "hosts/activex/form/Peer.h"
 
 namespace vrn::activex {
@@ -27,8 +29,9 @@ class ItemPeer : public Peer {
     void lookChanged() override;
 
   protected:
-    ItemPeer(Session& session, controls::ItemList& model, ControlId id, const ItemMessages& messages) noexcept
-        : Peer(session, model, id), model_(model), messages_(messages) {}
+    ItemPeer(Session& session, controls::ItemList& model, ControlId id, const ItemMessages& messages,
+             controls::TypeAhead::Rows rows) noexcept
+        : Peer(session, model, id), model_(model), messages_(messages), typed_(rows) {}
 
     void update(controls::Change change) override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -45,8 +48,13 @@ class ItemPeer : public Peer {
     void catchUp();
     /// The width of a row's text, in pixels; 0 for a row that is not there.
     [[nodiscard]] int rowWidth(int row) const noexcept;
+    /// The window now shows what the model holds.
+    virtual void caughtUp() {}
+    /// The letters that the user has typed mean this row.
+    virtual void typedTo(int row) { choose(row); }
 
   private:
+    [[nodiscard]] bool onCharacter(wchar_t character);
     void takeRows();
     void replaceRows(std::size_t from, std::size_t oldCount, std::size_t newCount);
     void measure(std::size_t from, std::size_t oldCount, std::size_t newCount);
@@ -55,6 +63,7 @@ class ItemPeer : public Peer {
     const ItemMessages& messages_;
     std::vector<std::string> shown_;  // the window's rows
     std::vector<int> widths_;         // of these
+    controls::TypeAhead typed_;
     bool rowsStale_ = true;
     bool indexStale_ = true;
     bool catchingUp_ = false;
@@ -76,13 +85,23 @@ class ListPeer final : public ItemPeer {
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     HFONT font() const noexcept override { return look().gridFont; }
     void widthChanged(int widest) override;
+    void update(controls::Change change) override;
+    void caughtUp() override;
 
   private:
     /// What the user does to a list that can only be read: scrolls it. False for what the system may do with it.
     bool onReading(UINT message, WPARAM wParam);
     void scrollByKey(WPARAM key) const noexcept;
+    LRESULT onPress(UINT message, WPARAM wParam, LPARAM lParam);
+    /// The row at a place of the client area, `noSelection` where there is none.
+    [[nodiscard]] int rowAt(POINT place) const noexcept;
+    void show(int row) const noexcept;
 
     controls::ListBox& model_;
+    std::optional<int> topAtPress_;  // the first row in view while a press is being taken
+    bool pressed_ = false;           // the left button is down, and the press is done: its report tells nothing new
+    bool selectedToBeSeen_ = false;  // wherever the user has scrolled to
+    bool rowToBeSeen_ = false;       // and the one that the model has asked for
 };
 
 class ComboPeer final : public ItemPeer {
@@ -99,6 +118,7 @@ class ComboPeer final : public ItemPeer {
     [[nodiscard]] Making making(HWND parent) const override;
     LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void widthChanged(int widest) override;
+    void typedTo(int row) override;
 
   private:
     void paintReadably() const;

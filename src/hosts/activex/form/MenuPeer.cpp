@@ -1,5 +1,6 @@
 #include "hosts/activex/form/MenuPeer.h"
 
+#include <algorithm>
 #include <string>
 
 #include "hosts/activex/form/Owners.h"
@@ -21,6 +22,28 @@ std::wstring menuText(const std::string& caption) {
     return text;
 }
 
+// A little more than what an entry takes.
+int mostHeight(int entries) noexcept { return (entries + 1) * (GetSystemMetrics(SM_CYMENU) + 4); }
+
+struct Opening {
+    int x;
+    UINT side;
+};
+
+// The second click of a double click on the button must not be one in the menu. It is none where the menu finds room below or
+// above the row; a longer one opens aside of the button, which stays free then.
+Opening openingAt(const MenuPlace& place, int entries) noexcept {
+    if (IsRectEmpty(&place.button) != FALSE) {
+        return {place.x, TPM_LEFTALIGN};
+    }
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromRect(&place.button, MONITOR_DEFAULTTONEAREST), &monitor);
+    const LONG room = std::max(monitor.rcWork.bottom - place.row.bottom, place.row.top - monitor.rcWork.top);
+    const bool fits = mostHeight(entries) <= room;
+    return {fits ? place.button.right : place.button.left - GetSystemMetrics(SM_CXDOUBLECLK), TPM_RIGHTALIGN};
+}
+
 }  // namespace
 
 void MenuPeer::controlChanged(controls::Control& /*control*/, controls::Change change) noexcept {
@@ -29,7 +52,7 @@ void MenuPeer::controlChanged(controls::Control& /*control*/, controls::Change c
     }
 }
 
-void MenuPeer::track(HWND owner, POINT screen) {
+void MenuPeer::track(HWND owner, const MenuPlace& screen) {
     if (!model_.shown() || tracking_) {
         return;
     }
@@ -39,7 +62,10 @@ void MenuPeer::track(HWND owner, POINT screen) {
         AppendMenuW(menu.get(), MF_STRING, i + 1, menuText(captions[i]).c_str());
     }
     tracking_ = true;
-    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, screen.x, screen.y, owner, nullptr);
+    const auto opening = openingAt(screen, static_cast<int>(captions.size()));
+    TPMPARAMS besides{sizeof besides, screen.row};
+    const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_VERTICAL | opening.side,
+                                         opening.x, screen.row.bottom, owner, &besides);
     tracking_ = false;
     if (!session_.open()) {
         return;

@@ -8,6 +8,13 @@
 
 namespace vrn::activex {
 
+/// Where a menu opens: below or above a row, from `x` on, or at the end of the button that was clicked.
+struct MenuPlace {
+    RECT row{};
+    LONG x = 0;
+    RECT button{};  ///< empty when none was
+};
+
 class MenuPeer final : public controls::ControlObserver {
   public:
     MenuPeer(Session& session, controls::Menu& model) noexcept : session_(session), model_(model) {}
@@ -17,7 +24,7 @@ class MenuPeer final : public controls::ControlObserver {
     void controlChanged(controls::Control& control, controls::Change change) noexcept override;
 
     /// Shows the menu and tells the model how it ended. Returns when it is closed.
-    void track(HWND owner, POINT screen);
+    void track(HWND owner, const MenuPlace& screen);
 
   private:
     Session& session_;

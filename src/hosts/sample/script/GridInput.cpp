@@ -5,15 +5,15 @@
 #include <algorithm>
 
 #include "hosts/activex/form/ControlIds.h"
-#include "hosts/sample/Measures.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::sample {
 
 namespace {
 
-// In the grid's own units the value column begins here, however wide it is drawn.
-constexpr int valueColumn = 150;
+// In the grid's own units, the field that opens the menu of a row's values is from here to there, wherever it is drawn.
+constexpr int menuFrom = 150;
+constexpr int menuTo = 250;
 constexpr LONG farthest = 0x7FFF;  // what a message's parameter can hold
 
 com::Variant childId(int row) { return com::Variant(std::int32_t{row}); }
@@ -43,9 +43,9 @@ GridWindow::GridWindow(HWND form) : ChildWindow(form, "grdMacro"), form_(form) {
 }
 
 int GridWindow::rowCount() const {
-    long children = 0;
-    com::require(accessible_->get_accChildCount(&children));
-    return static_cast<int>(children) + 1;
+    com::Variant last;
+    com::require(accessible_->accNavigate(NAVDIR_LASTCHILD, childId(CHILDID_SELF).get(), last.put()));
+    return last.get().vt == VT_I4 ? static_cast<int>(last.get().lVal) + 1 : 1;
 }
 
 std::string GridWindow::name(int row) const {
@@ -74,15 +74,24 @@ std::vector<std::string> GridWindow::hints() const {
 }
 
 // In the grid's client area.
-RECT GridWindow::valuePlace(int row) const {
+RECT GridWindow::placeOf(const com::Variant& child) const {
     long left = 0;
     long top = 0;
     long width = 0;
     long height = 0;
-    com::require(accessible_->accLocation(&left, &top, &width, &height, childId(row).get()));
+    com::require(accessible_->accLocation(&left, &top, &width, &height, child.get()));
     RECT place{left, top, left + width, top + height};
     MapWindowPoints(nullptr, handle(), reinterpret_cast<POINT*>(&place), 2);
     return place;
+}
+
+RECT GridWindow::valuePlace(int row) const { return placeOf(childId(row)); }
+
+// To the right of the value.
+RECT GridWindow::menuPlace(int row) const {
+    com::Variant field;
+    com::require(accessible_->accNavigate(NAVDIR_RIGHT, childId(row).get(), field.put()));
+    return placeOf(field);
 }
 
 void GridWindow::bringIntoView(int row) const {
@@ -108,11 +117,22 @@ LPARAM GridWindow::placeOf(int row, int position) const {
     }
     bringIntoView(row);
     place = valuePlace(row);
-    // The name column is drawn as wide as the user likes, and counts as wide as it counts.
-    const LONGLONG x = position < valueColumn
-                           ? (LONGLONG{position} * place.left + valueColumn - 1) / valueColumn
-                           : place.left + LONGLONG{position - valueColumn} * dotsPerInch() / USER_DEFAULT_SCREEN_DPI;
+    const RECT field = menuPlace(row);
+    LONGLONG x = 0;
+    if (position < menuFrom) {
+        // In the name, which opens nothing else.
+        x = LONGLONG{position} * place.left / menuFrom;
+    } else if (position <= menuTo) {
+        x = field.left + LONGLONG{position - menuFrom} * (field.right - field.left - 1) / (menuTo - menuFrom);
+    } else {
+        x = LONGLONG{field.right} + (position - menuTo);
+    }
     return MAKELPARAM(static_cast<LONG>(std::clamp<LONGLONG>(x, -farthest, farthest)), (place.top + place.bottom) / 2);
+}
+
+void GridWindow::click(LPARAM place) const noexcept {
+    send(WM_LBUTTONDOWN, MK_LBUTTON, place);
+    send(WM_LBUTTONUP, 0, place);
 }
 
 HWND GridWindow::editor() const noexcept {

@@ -26,6 +26,7 @@ class GridWindow : public ChildWindow {
 
     /// Where the mouse is pressed for a row, at a position in the grid's own units. Scrolls the row into view.
     [[nodiscard]] LPARAM placeOf(int row, int position) const;
+    void click(LPARAM place) const noexcept;
 
     /// Goes to a row and opens its value. The window to enter it in, null when the grid does not open it.
     [[nodiscard]] HWND openEditor(int row) const;
@@ -39,7 +40,9 @@ class GridWindow : public ChildWindow {
     static void press(HWND editor, WPARAM key) noexcept { SendMessageW(editor, WM_KEYDOWN, key, 0); }
 
   private:
+    [[nodiscard]] RECT placeOf(const com::Variant& child) const;
     [[nodiscard]] RECT valuePlace(int row) const;
+    [[nodiscard]] RECT menuPlace(int row) const;
     void bringIntoView(int row) const;
 
     HWND form_;

@@ -157,7 +157,7 @@ class Session final : public script::Operations {
             const GridWindow window(form());
             requireEntry(row >= 0 && row < window.rowCount(), grid);
             requireUsable(window, grid);
-            SendMessageW(window.handle(), WM_LBUTTONDOWN, MK_LBUTTON, window.placeOf(row, position));
+            window.click(window.placeOf(row, position));
         });
         settle();
         HWND const opened = openMenuWindow(window_.thread());
