@@ -1,6 +1,7 @@
 #include "hosts/activex/form/Form.h"
 
 #include "hosts/activex/form/FormWindows.h"
+#include "hosts/activex/form/GridAccessible.h"
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/Picture.h"
 
@@ -107,5 +108,7 @@ void Form::draw(HDC context, const RECT& bounds, int dpi) const noexcept {
 }
 
 long Form::windowsLeft() noexcept { return FormWindows::count(); }
+
+long Form::readersLeft() noexcept { return GridAccessible::count(); }
 
 }  // namespace vrn::activex

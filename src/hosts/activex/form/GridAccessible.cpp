@@ -1,5 +1,9 @@
 #include "hosts/activex/form/GridAccessible.h"
 
+#include <new>
+#include <string>
+#include <utility>
+
 #include "com/Com.h"
 #include "hosts/activex/form/GridWindow.h"
 #include "text/windows/Wide.h"
@@ -8,19 +12,35 @@ namespace vrn::activex {
 
 namespace {
 
+std::atomic<long> objects{0};
+
+// Clears what a question gives its answer in; false when there is no place for one.
+template <typename Answer>
+bool clear(Answer* answer) noexcept {
+    if (answer != nullptr) {
+        *answer = {};
+    }
+    return answer != nullptr;
+}
+
+HRESULT give(const std::string& text, BSTR* out) {
+    *out = com::Bstr(text).release();
+    return S_OK;
+}
+
 HRESULT giveNumber(long number, VARIANT* out) noexcept {
-    VariantInit(out);
     out->vt = VT_I4;
     out->lVal = number;
     return S_OK;
 }
 
-HRESULT nothing(BSTR* out) noexcept {
-    *out = nullptr;
-    return S_FALSE;
-}
+HRESULT nothing(BSTR* out) noexcept { return clear(out) ? S_FALSE : E_POINTER; }
 
 }  // namespace
+
+GridAccessible::GridAccessible(GridWindow& grid) noexcept : grid_(&grid) { ++objects; }
+GridAccessible::~GridAccessible() { --objects; }
+long GridAccessible::count() noexcept { return objects; }
 
 HRESULT GridAccessible::QueryInterface(REFIID id, void** object) {
     if (object == nullptr) {
@@ -64,26 +84,35 @@ HRESULT GridAccessible::Invoke(DISPID /*member*/, REFIID /*id*/, LCID /*locale*/
 
 bool GridAccessible::connected() const noexcept { return grid_ != nullptr && grid_->usable(); }
 
-HRESULT GridAccessible::give(int row, int column, BSTR* out) const noexcept {
-    try {
-        const auto text = row == 0 ? std::string("Parameters") : grid_->model().cellText(row, column);
-        *out = com::Bstr(text).release();
-        return S_OK;
-    } catch (...) {
-        *out = nullptr;
-        return E_OUTOFMEMORY;
-    }
-}
-
-HRESULT GridAccessible::rowOf(const VARIANT& child, int& row) const noexcept {
+template <typename Body>
+HRESULT GridAccessible::ask(Body&& body) noexcept {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal >= grid_->model().rowCount()) {
-        return E_INVALIDARG;
+    AddRef();  // the reader may let go while it is answered
+    HRESULT result = E_FAIL;
+    {
+        const auto running = grid_->enter();
+        try {
+            result = std::forward<Body>(body)();
+        } catch (const std::bad_alloc&) {
+            result = E_OUTOFMEMORY;
+        } catch (...) {
+            result = E_FAIL;
+        }
     }
-    row = child.lVal;
-    return S_OK;
+    Release();
+    return result;
+}
+
+template <typename Body>
+HRESULT GridAccessible::askAbout(const VARIANT& child, Body&& body) noexcept {
+    return ask([&] {
+        if (child.vt != VT_I4 || child.lVal < 0 || child.lVal >= grid_->model().rowCount()) {
+            return E_INVALIDARG;
+        }
+        return std::forward<Body>(body)(static_cast<int>(child.lVal));
+    });
 }
 
 bool GridAccessible::gridHasFocus() const noexcept {
@@ -92,63 +121,58 @@ bool GridAccessible::gridHasFocus() const noexcept {
 }
 
 HRESULT GridAccessible::get_accParent(IDispatch** parent) {
-    *parent = nullptr;
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    return AccessibleObjectFromWindow(grid_->handle(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
-                                      reinterpret_cast<void**>(parent));
+    return clear(parent) ? ask([&] {
+        return AccessibleObjectFromWindow(grid_->handle(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
+                                          reinterpret_cast<void**>(parent));
+    })
+                         : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accChildCount(long* count) {
-    *count = 0;
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    *count = grid_->model().rowCount() - 1;
-    return S_OK;
+    return clear(count) ? ask([&] {
+        *count = grid_->model().rowCount() - 1;
+        return S_OK;
+    })
+                        : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accChild(VARIANT child, IDispatch** object) {
-    *object = nullptr;
-    int row = 0;
-    const HRESULT result = rowOf(child, row);
-    return FAILED(result) ? result : S_FALSE;  // a simple element: it has no object of its own
+    // A simple element: it has no object of its own.
+    return clear(object) ? askAbout(child, [](int) { return S_FALSE; }) : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accName(VARIANT child, BSTR* name) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        *name = nullptr;
-        return result;
-    }
-    return give(row, 0, name);
+    return clear(name)
+               ? askAbout(child,
+                          [&](int row) {
+                              return give(row == 0 ? std::string("Parameters") : grid_->model().cellText(row, 0), name);
+                          })
+               : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accValue(VARIANT child, BSTR* value) {
-    int row = 0;
-    *value = nullptr;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        return result;
-    }
-    return row == 0 ? DISP_E_MEMBERNOTFOUND : give(row, 1, value);
+    return clear(value)
+               ? askAbout(child,
+                          [&](int row) {
+                              return row == 0 ? DISP_E_MEMBERNOTFOUND : give(grid_->model().cellText(row, 1), value);
+                          })
+               : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accDescription(VARIANT /*child*/, BSTR* description) { return nothing(description); }
 
 HRESULT GridAccessible::get_accRole(VARIANT child, VARIANT* role) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        return result;
-    }
-    return giveNumber(row == 0 ? ROLE_SYSTEM_TABLE : ROLE_SYSTEM_CELL, role);
+    return clear(role)
+               ? askAbout(child,
+                          [&](int row) { return giveNumber(row == 0 ? ROLE_SYSTEM_TABLE : ROLE_SYSTEM_CELL, role); })
+               : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        return result;
-    }
+    return clear(state) ? askAbout(child, [&](int row) { return giveNumber(statesOf(row), state); }) : E_POINTER;
+}
+
+long GridAccessible::statesOf(int row) const {
     const auto& model = grid_->model();
     long states = model.enabled() ? STATE_SYSTEM_FOCUSABLE : STATE_SYSTEM_UNAVAILABLE;
     const bool current = row == 0 || row == model.currentRow();
@@ -162,41 +186,36 @@ HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
             states |= STATE_SYSTEM_OFFSCREEN | STATE_SYSTEM_INVISIBLE;
         }
     }
-    return giveNumber(states, state);
+    return states;
 }
 
 HRESULT GridAccessible::get_accHelp(VARIANT /*child*/, BSTR* help) { return nothing(help); }
 HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT /*child*/, long* topic) {
+    if (topic == nullptr) {
+        return E_POINTER;
+    }
     *topic = -1;
     return nothing(file);
 }
 HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT /*child*/, BSTR* shortcut) { return nothing(shortcut); }
 
 HRESULT GridAccessible::get_accFocus(VARIANT* child) {
-    VariantInit(child);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    return gridHasFocus() ? giveNumber(grid_->model().currentRow(), child) : S_FALSE;
+    return clear(child) ? ask([&] { return gridHasFocus() ? giveNumber(grid_->model().currentRow(), child) : S_FALSE; })
+                        : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accSelection(VARIANT* children) {
-    VariantInit(children);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    const int row = grid_->model().currentRow();
-    return row > 0 ? giveNumber(row, children) : S_FALSE;
+    return clear(children) ? ask([&] {
+        const int row = grid_->model().currentRow();
+        return row > 0 ? giveNumber(row, children) : S_FALSE;
+    })
+                           : E_POINTER;
 }
 
 HRESULT GridAccessible::get_accDefaultAction(VARIANT /*child*/, BSTR* action) { return nothing(action); }
 
 HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        return result;
-    }
-    try {
+    return askAbout(child, [&](int row) {
         if ((flags & SELFLAG_TAKEFOCUS) != 0) {
             SetFocus(grid_->handle());
         }
@@ -204,63 +223,60 @@ HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
             grid_->goTo(row);
         }
         return S_OK;
-    } catch (...) {
-        return E_FAIL;
-    }
+    });
 }
 
 HRESULT GridAccessible::accLocation(long* left, long* top, long* width, long* height, VARIANT child) {
-    *left = *top = *width = *height = 0;
-    int row = 0;
-    if (const HRESULT result = rowOf(child, row); FAILED(result)) {
-        return result;
+    if (!clear(left) || !clear(top) || !clear(width) || !clear(height)) {
+        return E_POINTER;
     }
-    RECT place{};
-    if (row == 0) {
-        GetClientRect(grid_->handle(), &place);
-    } else {
-        place = grid_->geometry().value(row);
-    }
-    MapWindowPoints(grid_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
-    *left = place.left;
-    *top = place.top;
-    *width = place.right - place.left;
-    *height = place.bottom - place.top;
-    return S_OK;
+    return askAbout(child, [&](int row) {
+        RECT place{};
+        if (row == 0) {
+            GetClientRect(grid_->handle(), &place);
+        } else {
+            place = grid_->geometry().value(row);
+        }
+        MapWindowPoints(grid_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
+        *left = place.left;
+        *top = place.top;
+        *width = place.right - place.left;
+        *height = place.bottom - place.top;
+        return S_OK;
+    });
 }
 
 HRESULT GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end) {
-    VariantInit(end);
-    int row = 0;
-    if (const HRESULT result = rowOf(start, row); FAILED(result)) {
-        return result;
-    }
-    const int last = grid_->model().rowCount() - 1;
-    int to = 0;
-    if (row == 0) {
-        to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
-    } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
-        to = row + 1;
-    } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
-        to = row - 1;
-    }
-    return to >= 1 && to <= last ? giveNumber(to, end) : S_FALSE;
+    return clear(end)
+               ? askAbout(start,
+                          [&](int row) {
+                              const int last = grid_->model().rowCount() - 1;
+                              int to = 0;
+                              if (row == 0) {
+                                  to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
+                              } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
+                                  to = row + 1;
+                              } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
+                                  to = row - 1;
+                              }
+                              return to >= 1 && to <= last ? giveNumber(to, end) : S_FALSE;
+                          })
+               : E_POINTER;
 }
 
 HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
-    VariantInit(child);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    POINT place{left, top};
-    ScreenToClient(grid_->handle(), &place);
-    RECT client{};
-    GetClientRect(grid_->handle(), &client);
-    if (PtInRect(&client, place) == FALSE) {
-        return S_FALSE;
-    }
-    const int row = grid_->geometry().rowAt(place.y);
-    return giveNumber(row > 0 ? row : CHILDID_SELF, child);
+    return clear(child) ? ask([&] {
+        POINT place{left, top};
+        ScreenToClient(grid_->handle(), &place);
+        RECT client{};
+        GetClientRect(grid_->handle(), &client);
+        if (PtInRect(&client, place) == FALSE) {
+            return S_FALSE;
+        }
+        const int row = grid_->geometry().rowAt(place.y);
+        return giveNumber(row > 0 ? row : CHILDID_SELF, child);
+    })
+                        : E_POINTER;
 }
 
 HRESULT GridAccessible::accDoDefaultAction(VARIANT /*child*/) { return DISP_E_MEMBERNOTFOUND; }

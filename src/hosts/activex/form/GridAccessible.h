@@ -15,8 +15,10 @@ class GridWindow;
 /// not connected any more.
 class GridAccessible final : public IAccessible {
   public:
-    explicit GridAccessible(GridWindow& grid) noexcept : grid_(&grid) {}
+    explicit GridAccessible(GridWindow& grid) noexcept;
     void detach() noexcept { grid_ = nullptr; }
+    /// How many there are in this module.
+    [[nodiscard]] static long count() noexcept;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
@@ -51,14 +53,19 @@ class GridAccessible final : public IAccessible {
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT child, BSTR value) override;
 
   protected:
-    ~GridAccessible() = default;  // by Release only
+    ~GridAccessible();  // by Release only
 
   private:
-    /// The row that a child means, 0 for the grid itself; a failure for one that is not there.
-    HRESULT rowOf(const VARIANT& child, int& row) const noexcept;
+    /// The body of a question about the grid, whose windows, model and host stay for as long as it takes. What it throws
+    /// becomes an HRESULT.
+    template <typename Body>
+    HRESULT ask(Body&& body) noexcept;
+    /// The same about one child: `body` gets its row, 0 for the grid itself. Refused for a child that is not there.
+    template <typename Body>
+    HRESULT askAbout(const VARIANT& child, Body&& body) noexcept;
     [[nodiscard]] bool connected() const noexcept;
     [[nodiscard]] bool gridHasFocus() const noexcept;
-    [[nodiscard]] HRESULT give(int row, int column, BSTR* out) const noexcept;
+    [[nodiscard]] long statesOf(int row) const;
 
     std::atomic<ULONG> references_{1};
     GridWindow* grid_;
