@@ -109,7 +109,7 @@ TEST_F(FormTest, ThePictureShowsTheFormWithoutWindows) {
     const HDC memory = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, 700, 500);
     const HGDIOBJ before = SelectObject(memory, bitmap);
-    form.draw(memory, {20, 10, 660, 490}, 96);
+    form.draw({memory, {20, 10, 660, 490}, 96});
     std::set<COLORREF> colours;
     for (int x = 20; x < 660; x += 3) {
         for (int y = 10; y < 490; y += 3) {

@@ -98,9 +98,9 @@ void Form::pressMnemonic(wchar_t key) noexcept {
     }
 }
 
-void Form::draw(HDC context, const RECT& bounds, int dpi) const noexcept {
+void Form::draw(const Canvas& canvas) const noexcept {
     try {
-        drawForm(context, bounds, dpi, editor_.state(), editor_.font(), font_);
+        drawForm(canvas, editor_.state(), editor_.font(), font_);
     } catch (...) {
         // Short of memory: the picture stays as far as it got.
         return;

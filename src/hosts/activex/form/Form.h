@@ -31,6 +31,14 @@ class FormSite {
     [[nodiscard]] virtual bool uiDead() const noexcept = 0;
 };
 
+/// Where the form is drawn without windows.
+struct Canvas {
+    HDC context = nullptr;
+    RECT bounds{};         ///< in the context's units
+    int dpi = 96;          ///< how many of the units are an inch, for the sizes of fonts and lines
+    HDC device = nullptr;  ///< what the picture is for, which measures text for a metafile; null for the screen
+};
+
 class FormWindows;
 
 class Form {
@@ -69,9 +77,8 @@ class Form {
     /// One of these keys was pressed outside of the form.
     void pressMnemonic(wchar_t key) noexcept;
 
-    /// Draws the form as it stands into a device context, without windows: for a container that shows it inactive, or
-    /// prints. `bounds` in the context's units; `dpi` for the sizes of fonts and lines.
-    void draw(HDC context, const RECT& bounds, int dpi) const noexcept;
+    /// Draws the form as it stands, without windows: for a container that shows it inactive, or prints.
+    void draw(const Canvas& canvas) const noexcept;
 
     /// How many forms of this module still have windows, and how many objects of theirs readers hold. A form that was destroyed while one of its windows was at work keeps
     /// them, hidden, until the message loop runs: the module must stay loaded for as long.

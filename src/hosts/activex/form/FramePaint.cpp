@@ -3,6 +3,7 @@
 #include <vssym32.h>
 
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/TextPaint.h"
 
 namespace vrn::activex {
 
@@ -24,7 +25,8 @@ void paintLine(HDC context, const RECT& line, bool enabled, HTHEME theme) noexce
     }
 }
 
-void paintCaption(HDC context, const RECT& place, const std::wstring& caption, bool enabled, HTHEME theme) noexcept {
+void paintCaption(HDC context, HDC metrics, const RECT& place, const std::wstring& caption, bool enabled,
+                  HTHEME theme) {
     RECT text = place;
     SetBkMode(context, TRANSPARENT);
     if (theme != nullptr) {
@@ -33,7 +35,7 @@ void paintCaption(HDC context, const RECT& place, const std::wstring& caption, b
         return;
     }
     SetTextColor(context, GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    DrawTextW(context, caption.c_str(), -1, &text, DT_SINGLELINE | DT_NOPREFIX);
+    drawText(context, metrics, caption, text, DT_SINGLELINE | DT_NOPREFIX);
 }
 
 }  // namespace
@@ -42,22 +44,23 @@ void paintGroupBox(HDC context, const RECT& place, const std::wstring& caption, 
                    HWND window) {
     FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
     const auto theme = themeOf(look, window, L"BUTTON");
+    HDC const metrics = look.measuring(context);
     const Selected font(context, look.font);
-    const int lineHeight = textSize(context, look.font).lineHeight;
+    const Selected measuredFont(metrics, look.font);
+    const int lineHeight = textSize(metrics, look.font).lineHeight;
     RECT text = place;
     text.left += scaled(captionInset, look.dpi);
-    text.right = text.left + textWidth(context, caption);
+    text.right = text.left + textWidth(metrics, caption);
     text.bottom = text.top + lineHeight;
     RECT line = place;
     line.top += lineHeight / 2;
     {
-        const int saved = SaveDC(context);
+        const SavedContext saved(context);
         const int padding = scaled(captionPadding, look.dpi);
         ExcludeClipRect(context, text.left - padding, text.top, text.right + padding, text.bottom);
         paintLine(context, line, enabled, theme.get());
-        RestoreDC(context, saved);
     }
-    paintCaption(context, text, caption, enabled, theme.get());
+    paintCaption(context, metrics, text, caption, enabled, theme.get());
 }
 
 void paintFieldBorder(HDC context, const RECT& place, bool enabled, const Look& look, HWND window) {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/TextPaint.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -35,10 +36,10 @@ void fill(HDC context, const RECT& place, COLORREF colour) noexcept {
     ExtTextOutW(context, 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
 }
 
-void paintText(HDC context, RECT place, const std::string& text, int dpi) {
-    InflateRect(&place, -scaled(textInset, dpi), 0);
-    const auto wide = text::toWide(text);
-    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &place, textFormat);
+void paintText(HDC context, const GridPicture& picture, RECT place, const std::string& text) {
+    InflateRect(&place, -scaled(textInset, picture.geometry.dpi), 0);
+    HDC const metrics = picture.metrics != nullptr ? picture.metrics : context;
+    drawText(context, metrics, text::toWide(text), place, textFormat);
 }
 
 void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexcept {
@@ -75,7 +76,7 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     paintLines(context, geometry, place);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, colours.text);
-    paintText(context, geometry.name(row), picture.model.cellText(row, 0), geometry.dpi);
+    paintText(context, picture, geometry.name(row), picture.model.cellText(row, 0));
     RECT value = geometry.value(row);
     if (row == picture.editedRow) {
         --value.bottom;
@@ -87,7 +88,7 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
         paintArrow(context, arrow, colours.text, geometry.dpi);
         value.right = arrow.left;
     }
-    paintText(context, value, shownValue(picture.model, row), geometry.dpi);
+    paintText(context, picture, value, shownValue(picture.model, row));
     if (current && picture.focused && picture.model.enabled()) {
         RECT focus = geometry.value(row);
         --focus.bottom;
@@ -130,7 +131,7 @@ void paintGridHeader(HDC context, const GridPicture& picture) {
         fill(context, place, GetSysColor(COLOR_BTNFACE));
         DrawEdge(context, &place, BDR_RAISEDINNER, BF_RECT);
         SetBkMode(context, TRANSPARENT);
-        paintText(context, place, picture.model.cellText(0, column), geometry.dpi);
+        paintText(context, picture, place, picture.model.cellText(0, column));
     }
 }
 

@@ -12,8 +12,9 @@ struct GridPicture {
     const GridGeometry& geometry;
     const controls::Grid& model;
     HFONT font = nullptr;
-    bool focused = false;  ///< whether the keyboard is in the grid
-    int editedRow = 0;     ///< the row whose value is under the open editor
+    bool focused = false;   ///< whether the keyboard is in the grid
+    int editedRow = 0;      ///< the row whose value is under the open editor
+    HDC metrics = nullptr;  ///< measures text for a context that cannot; null for none
 };
 
 /// Draws all rows that touch `area`, and the empty ground below them. The header is a window of its own.

@@ -18,6 +18,9 @@ struct Look {
     HFONT font = nullptr;      ///< of everything but grid and list
     HFONT gridFont = nullptr;  ///< of grid and list
     bool themed = false;       ///< whether the host's controls have the system's theme
+    HDC metrics = nullptr;     ///< measures text for a context that cannot; null for none
+    /// What measures text that is drawn into this context.
+    [[nodiscard]] HDC measuring(HDC context) const noexcept { return metrics != nullptr ? metrics : context; }
 };
 
 /// Lives as long as one of its windows is at work: the host may take the form away in the midst of what the user does. From
