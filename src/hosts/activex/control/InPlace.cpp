@@ -93,6 +93,8 @@ HRESULT InPlace::activate(const Request& request) {
     if (inPlaceSite->CanInPlaceActivate() != S_OK) {
         fail(E_FAIL, "The container does not let the control activate in place.");
     }
+    com::ComPtr<IOleInPlaceSiteEx> extended;
+    inPlaceSite.As(&extended);
     if (control().abandoned()) {
         fail(E_ABORT, "The container has let go of the control while it was asked.");
     }
@@ -103,7 +105,9 @@ HRESULT InPlace::activate(const Request& request) {
     site_ = inPlaceSite;
     state_ = State::Active;
     try {
-        announce();
+        BOOL noRedraw = FALSE;
+        requireNotRefused(extended != nullptr ? extended->OnInPlaceActivateEx(&noRedraw, 0)
+                                              : inPlaceSite->OnInPlaceActivate());
         if (!isOver()) {
             createWindows(request);
         }
@@ -121,14 +125,6 @@ HRESULT InPlace::activate(const Request& request) {
     return S_OK;
 }
 
-void InPlace::announce() const {
-    const auto site = site_;
-    com::ComPtr<IOleInPlaceSiteEx> extended;
-    BOOL noRedraw = FALSE;
-    requireNotRefused(SUCCEEDED(site.As(&extended)) ? extended->OnInPlaceActivateEx(&noRedraw, 0)
-                                                    : site->OnInPlaceActivate());
-}
-
 void InPlace::createWindows(const Request& request) {
     const auto site = site_;
     HWND parent = nullptr;
@@ -144,6 +140,9 @@ void InPlace::createWindows(const Request& request) {
         if (parent == nullptr) {
             fail(FAILED(result) ? result : E_FAIL, "The container has no window for the control.");
         }
+    }
+    if (isOver()) {
+        return;
     }
     if (const HRESULT result = site->GetWindowContext(&frame, &document, &place, &clip, &frameInfo); FAILED(result)) {
         if (request.place == nullptr) {

@@ -52,7 +52,6 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
     enum class State { Inactive, Active, UIActive };
 
     HRESULT activate(const Request& request);
-    void announce() const;
     void createWindows(const Request& request);
     [[nodiscard]] bool isOver();
     HRESULT activateUI(Form::FocusTarget target);
