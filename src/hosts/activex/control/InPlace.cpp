@@ -230,6 +230,7 @@ void InPlace::deactivateUI() {
         frame->SetActiveObject(nullptr, nullptr);
     }
     site->OnUIDeactivate(FALSE);
+    static_cast<void>(isOver());
 }
 
 void InPlace::deactivate() {
