@@ -105,6 +105,16 @@ HRESULT GridAccessible::ask(Body&& body) noexcept {
     return result;
 }
 
+template <typename Answer, typename Body>
+HRESULT GridAccessible::ask(Answer* answer, Body&& body) noexcept {
+    return clear(answer) ? ask(std::forward<Body>(body)) : E_POINTER;
+}
+
+template <typename Answer, typename Body>
+HRESULT GridAccessible::askAbout(const VARIANT& child, Answer* answer, Body&& body) noexcept {
+    return clear(answer) ? askAbout(child, std::forward<Body>(body)) : E_POINTER;
+}
+
 template <typename Body>
 HRESULT GridAccessible::askAbout(const VARIANT& child, Body&& body) noexcept {
     return ask([&] {
@@ -121,55 +131,45 @@ bool GridAccessible::gridHasFocus() const noexcept {
 }
 
 HRESULT GridAccessible::get_accParent(IDispatch** parent) {
-    return clear(parent) ? ask([&] {
+    return ask(parent, [&] {
         return AccessibleObjectFromWindow(grid_->handle(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
                                           reinterpret_cast<void**>(parent));
-    })
-                         : E_POINTER;
+    });
 }
 
 HRESULT GridAccessible::get_accChildCount(long* count) {
-    return clear(count) ? ask([&] {
+    return ask(count, [&] {
         *count = grid_->model().rowCount() - 1;
         return S_OK;
-    })
-                        : E_POINTER;
+    });
 }
 
 HRESULT GridAccessible::get_accChild(VARIANT child, IDispatch** object) {
     // A simple element: it has no object of its own.
-    return clear(object) ? askAbout(child, [](int) { return S_FALSE; }) : E_POINTER;
+    return askAbout(child, object, [](int) { return S_FALSE; });
 }
 
 HRESULT GridAccessible::get_accName(VARIANT child, BSTR* name) {
-    return clear(name)
-               ? askAbout(child,
-                          [&](int row) {
-                              return give(row == 0 ? std::string("Parameters") : grid_->model().cellText(row, 0), name);
-                          })
-               : E_POINTER;
+    return askAbout(child, name, [&](int row) {
+        return give(row == 0 ? std::string("Parameters") : grid_->model().cellText(row, 0), name);
+    });
 }
 
 HRESULT GridAccessible::get_accValue(VARIANT child, BSTR* value) {
-    return clear(value)
-               ? askAbout(child,
-                          [&](int row) {
-                              return row == 0 ? DISP_E_MEMBERNOTFOUND : give(grid_->model().cellText(row, 1), value);
-                          })
-               : E_POINTER;
+    return askAbout(child, value, [&](int row) {
+        return row == 0 ? DISP_E_MEMBERNOTFOUND : give(grid_->model().cellText(row, 1), value);
+    });
 }
 
 HRESULT GridAccessible::get_accDescription(VARIANT /*child*/, BSTR* description) { return nothing(description); }
 
 HRESULT GridAccessible::get_accRole(VARIANT child, VARIANT* role) {
-    return clear(role)
-               ? askAbout(child,
-                          [&](int row) { return giveNumber(row == 0 ? ROLE_SYSTEM_TABLE : ROLE_SYSTEM_CELL, role); })
-               : E_POINTER;
+    return askAbout(child, role,
+                    [&](int row) { return giveNumber(row == 0 ? ROLE_SYSTEM_TABLE : ROLE_SYSTEM_CELL, role); });
 }
 
 HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
-    return clear(state) ? askAbout(child, [&](int row) { return giveNumber(statesOf(row), state); }) : E_POINTER;
+    return askAbout(child, state, [&](int row) { return giveNumber(statesOf(row), state); });
 }
 
 long GridAccessible::statesOf(int row) const {
@@ -200,16 +200,14 @@ HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT /*child*/, long* to
 HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT /*child*/, BSTR* shortcut) { return nothing(shortcut); }
 
 HRESULT GridAccessible::get_accFocus(VARIANT* child) {
-    return clear(child) ? ask([&] { return gridHasFocus() ? giveNumber(grid_->model().currentRow(), child) : S_FALSE; })
-                        : E_POINTER;
+    return ask(child, [&] { return gridHasFocus() ? giveNumber(grid_->model().currentRow(), child) : S_FALSE; });
 }
 
 HRESULT GridAccessible::get_accSelection(VARIANT* children) {
-    return clear(children) ? ask([&] {
+    return ask(children, [&] {
         const int row = grid_->model().currentRow();
         return row > 0 ? giveNumber(row, children) : S_FALSE;
-    })
-                           : E_POINTER;
+    });
 }
 
 HRESULT GridAccessible::get_accDefaultAction(VARIANT /*child*/, BSTR* action) { return nothing(action); }
@@ -247,25 +245,22 @@ HRESULT GridAccessible::accLocation(long* left, long* top, long* width, long* he
 }
 
 HRESULT GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end) {
-    return clear(end)
-               ? askAbout(start,
-                          [&](int row) {
-                              const int last = grid_->model().rowCount() - 1;
-                              int to = 0;
-                              if (row == 0) {
-                                  to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
-                              } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
-                                  to = row + 1;
-                              } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
-                                  to = row - 1;
-                              }
-                              return to >= 1 && to <= last ? giveNumber(to, end) : S_FALSE;
-                          })
-               : E_POINTER;
+    return askAbout(start, end, [&](int row) {
+        const int last = grid_->model().rowCount() - 1;
+        int to = 0;
+        if (row == 0) {
+            to = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
+        } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
+            to = row + 1;
+        } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
+            to = row - 1;
+        }
+        return to >= 1 && to <= last ? giveNumber(to, end) : S_FALSE;
+    });
 }
 
 HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
-    return clear(child) ? ask([&] {
+    return ask(child, [&] {
         POINT place{left, top};
         ScreenToClient(grid_->handle(), &place);
         RECT client{};
@@ -275,8 +270,7 @@ HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
         }
         const int row = grid_->geometry().rowAt(place.y);
         return giveNumber(row > 0 ? row : CHILDID_SELF, child);
-    })
-                        : E_POINTER;
+    });
 }
 
 HRESULT GridAccessible::accDoDefaultAction(VARIANT /*child*/) { return DISP_E_MEMBERNOTFOUND; }

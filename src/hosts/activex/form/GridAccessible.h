@@ -63,6 +63,11 @@ class GridAccessible final : public IAccessible {
     /// The same about one child: `body` gets its row, 0 for the grid itself. Refused for a child that is not there.
     template <typename Body>
     HRESULT askAbout(const VARIANT& child, Body&& body) noexcept;
+    /// The same with a place for the answer, which is cleared first.
+    template <typename Answer, typename Body>
+    HRESULT ask(Answer* answer, Body&& body) noexcept;
+    template <typename Answer, typename Body>
+    HRESULT askAbout(const VARIANT& child, Answer* answer, Body&& body) noexcept;
     [[nodiscard]] bool connected() const noexcept;
     [[nodiscard]] bool gridHasFocus() const noexcept;
     [[nodiscard]] long statesOf(int row) const;
