@@ -142,7 +142,8 @@ TEST_F(ContainerTest, AnActivationEndsWhenTheContainerLetsGoInTheMidstOfIt) {
         {"GetWindowContext", {"OnInPlaceDeactivate"}},
         {"ShowObject", {"OnInPlaceDeactivate"}},
         {"OnUIActivate", {"OnUIDeactivate", "OnInPlaceDeactivate"}}};
-    for (const auto& [moment, expected] : moments) {
+    for (const auto& one : moments) {
+        const auto& moment = one.first;
         std::size_t upToThere = 0;
         container.calls.clear();
         container.whenCalled = [&](const std::string& call) {
@@ -162,7 +163,7 @@ TEST_F(ContainerTest, AnActivationEndsWhenTheContainerLetsGoInTheMidstOfIt) {
         std::vector<std::string> said;
         std::copy_if(after.begin(), after.end(), std::back_inserter(said),
                      [](const std::string& call) { return call.starts_with("On") && call.ends_with("activate"); });
-        EXPECT_EQ(said, expected) << moment;
+        EXPECT_EQ(said, one.second) << moment;
         EXPECT_EQ(FindWindowExW(container.window, nullptr, nullptr, nullptr), nullptr) << moment;
         pump();
         EXPECT_EQ(Server::instance().canUnload(), S_OK) << moment;
