@@ -70,7 +70,7 @@ const ArgumentsIndex& CxmlValuesHandler::baselineArguments(const xml::Document& 
                 [&] { return ArgumentsIndex(childrenNamed(method.selectSingleNode("Method/Arguments"), "OBJECT")); });
 }
 
-void CxmlValuesHandler::forget() noexcept {
+void CxmlValuesHandler::forget() {
     macros_ = {};
     objects_ = {};
     arguments_ = {};

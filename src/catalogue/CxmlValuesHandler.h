@@ -45,7 +45,7 @@ class CxmlValuesHandler {
     [[nodiscard]] const ArgumentsIndex& configuration(const xml::Document& configuration);
     [[nodiscard]] const ArgumentsIndex& baselineArguments(const xml::Document& method);
     /// Lets go of all documents.
-    void forget() noexcept;
+    void forget();
 
   private:
     template <typename Index>

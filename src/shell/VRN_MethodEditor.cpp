@@ -24,7 +24,11 @@ constexpr int gridRowHeight = 175;  // the grid's default, in its own units
 
 VRN_MethodEditor::VRN_MethodEditor(services::Services services) : state_(std::make_unique<method::EditorState>()) {
     state_->services = services::withEmbeddedDefaults(std::move(services));
+    // What every procedure relies on. Short of memory for it there is no editor, rather than one that fails later.
+    state_->xmlValues = std::make_shared<catalogue::CxmlValuesHandler>(state_->services);
     UserControl_Initialize();
+    wireControls();
+    wireGrid();
 }
 
 VRN_MethodEditor::~VRN_MethodEditor() = default;
@@ -39,9 +43,6 @@ void VRN_MethodEditor::UserControl_Initialize() noexcept {
         state_->grdMacro.setHeader("Parameter", "Value");
         state_->grdMacro.setDefaultRowHeight(gridRowHeight);
         method::CleanGrdMacro(*state_);
-        state_->xmlValues = std::make_shared<catalogue::CxmlValuesHandler>(state_->services);
-        wireControls();
-        wireGrid();
     });
 }
 

@@ -236,17 +236,12 @@ bool Window::goToPane(int from, bool backwards) {
     return true;
 }
 
-// snippet: modal
+// The box belongs to this window and disables it. There is no other one that would have to be.
 void Window::enableModeless(bool enable) noexcept {
-    EnableWindow(window_, enable ? TRUE : FALSE);
     if (!enable) {
         ++messages_;
-    } else {
-        // The box has no owner in this window: without this, another program's window would come to the front.
-        SetActiveWindow(window_);
     }
 }
-// end of snippet
 
 void Window::showStatus(const wchar_t* text) noexcept {
     SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text));

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <utility>
 
 #include "text/Ansi.h"
 #include "text/windows/Wide.h"
@@ -24,14 +25,16 @@ class SystemLocale final : public LocaleService {
 
 class SystemMessageBox final : public errors::MessageBoxService {
   public:
+    explicit SystemMessageBox(std::function<std::intptr_t()> owner) : owner_(std::move(owner)) {}
+
     std::int32_t MessageBoxExA(std::intptr_t hWnd, const std::string& text, const std::string& caption,
                                std::int32_t flags) override {
+        HWND const owner = ownerFor(hWnd);
         SetLastError(0);
-        // Without an owner a box blocks nobody; as task-modal it is modal to its thread all the same.
-        const auto style = static_cast<UINT>(flags) | (hWnd == 0 ? MB_TASKMODAL : 0U);
-        const int button = ::MessageBoxExA(reinterpret_cast<HWND>(hWnd), text.c_str(), caption.c_str(), style, 0);
+        const int button = ::MessageBoxExA(owner, text.c_str(), caption.c_str(), styleOf(flags, owner), 0);
         lastError_ = button == 0 ? GetLastError() : 0;
-        return button;
+        // The user has seen a box that went with its owner: what the box said is no news any more.
+        return button == 0 && owner != nullptr && IsWindow(owner) == FALSE ? errors::buttonOk : button;
     }
     errors::ErrorState lastError() override {
         errors::ErrorState state;
@@ -39,11 +42,20 @@ class SystemMessageBox final : public errors::MessageBoxService {
         return state;
     }
     void fallback(const std::string& text, const std::string& caption, std::int32_t style) override {
-        MessageBoxW(nullptr, text::toWide(text).c_str(), text::toWide(caption).c_str(),
-                    static_cast<UINT>(style) | MB_TASKMODAL);
+        HWND const owner = ownerFor(0);
+        MessageBoxW(owner, text::toWide(text).c_str(), text::toWide(caption).c_str(), styleOf(style, owner));
     }
 
   private:
+    [[nodiscard]] HWND ownerFor(std::intptr_t wanted) const {
+        return reinterpret_cast<HWND>(wanted == 0 && owner_ ? owner_() : wanted);
+    }
+    // Without an owner a box blocks nobody; as task-modal it is modal to its thread all the same.
+    static UINT styleOf(std::int32_t style, HWND owner) noexcept {
+        return static_cast<UINT>(style) | (owner == nullptr ? MB_TASKMODAL : 0U);
+    }
+
+    std::function<std::intptr_t()> owner_;
     DWORD lastError_ = 0;
 };
 
@@ -51,6 +63,8 @@ class SystemMessageBox final : public errors::MessageBoxService {
 
 std::shared_ptr<LocaleService> systemLocale() { return std::make_shared<SystemLocale>(); }
 
-std::shared_ptr<errors::MessageBoxService> systemMessageBox() { return std::make_shared<SystemMessageBox>(); }
+std::shared_ptr<errors::MessageBoxService> systemMessageBox(std::function<std::intptr_t()> owner) {
+    return std::make_shared<SystemMessageBox>(std::move(owner));
+}
 
 }  // namespace vrn::services

@@ -63,8 +63,8 @@ class Container::Site final : public TestObject<IOleClientSite, IOleInPlaceSite,
     HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
     // IOleInPlaceSite
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* handle) override {
-        *handle = container_.window;
-        return S_OK;
+        *handle = FAILED(container_.windowContext) ? nullptr : container_.window;
+        return container_.windowContext;
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL /*enter*/) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override {
@@ -75,9 +75,15 @@ class Container::Site final : public TestObject<IOleClientSite, IOleInPlaceSite,
         container_.note("OnInPlaceActivate");
         return container_.onActivate;
     }
-    HRESULT STDMETHODCALLTYPE OnUIActivate() override { return noted("OnUIActivate"); }
+    HRESULT STDMETHODCALLTYPE OnUIActivate() override {
+        container_.note("OnUIActivate");
+        return container_.onUIActivate;
+    }
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT place,
                                                LPRECT clip, LPOLEINPLACEFRAMEINFO info) override {
+        if (FAILED(container_.windowContext)) {
+            return container_.windowContext;
+        }
         *frame = container_.frame_.Get();
         (*frame)->AddRef();
         *document = nullptr;
@@ -121,6 +127,9 @@ class Container::Site final : public TestObject<IOleClientSite, IOleInPlaceSite,
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD /*flags*/,
                                      DISPPARAMS* /*parameters*/, VARIANT* result, EXCEPINFO* /*exception*/,
                                      UINT* /*wrongArgument*/) override {
+        if (const auto act = container_.whenAsked) {
+            act(member);
+        }
         const auto found = container_.ambients.find(member);
         return found == container_.ambients.end() ? DISP_E_MEMBERNOTFOUND
                                                   : VariantCopy(result, found->second.readOnly());
@@ -134,11 +143,16 @@ class Container::Site final : public TestObject<IOleClientSite, IOleInPlaceSite,
     Container& container_;
 };
 
-Container::Container()
-    : window(CreateWindowExW(0, L"Static", L"container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 800, 600, nullptr,
-                             nullptr, nullptr, nullptr)),
-      frame_(make<Frame>(*this)),
-      site_(make<Site>(*this)) {}
+namespace {
+
+HWND makeWindow() {
+    return CreateWindowExW(0, L"Static", L"container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 800, 600, nullptr,
+                           nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+Container::Container() : window(makeWindow()), frame_(make<Frame>(*this)), site_(make<Site>(*this)) {}
 
 Container::~Container() {
     remove();
@@ -155,6 +169,11 @@ void Container::place(IUnknown* placed) {
     com::require(control->SetClientSite(site_.Get()));
     com::require(control.As(&persistence));
     com::require(persistence->InitNew());
+}
+
+void Container::loseWindow() {
+    DestroyWindow(window);
+    window = makeWindow();
 }
 
 void Container::remove() {
@@ -184,8 +203,8 @@ bool Container::translate(WPARAM key, UINT message) const {
 
 void Container::note(const std::string& call) {
     calls.push_back(call);
-    if (whenCalled) {
-        whenCalled(call);
+    if (const auto act = whenCalled) {
+        act(call);
     }
 }
 

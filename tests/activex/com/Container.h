@@ -19,6 +19,8 @@ class Container {
 
     /// Gives the control its site, and what a container asks at first.
     void place(IUnknown* control);
+    /// Loses its window, as a container does that has forgotten to deactivate the control in it, and gets another one.
+    void loseWindow();
     /// Takes the control's windows and then the site away.
     void remove();
     HRESULT verb(LONG number, const MSG* message = nullptr) const;
@@ -35,9 +37,12 @@ class Container {
     bool allowsActivation = true;
     bool hasControlSite = true;
     HRESULT onActivate = S_OK;  ///< what OnInPlaceActivate answers
+    HRESULT onUIActivate = S_OK;
+    HRESULT windowContext = S_OK;  ///< what GetWindow and GetWindowContext answer
     RECT bounds{10, 10, 650, 490};
     ComPtr<IOleInPlaceActiveObject> activeObject;  ///< as the frame was told
     std::function<void(const std::string&)> whenCalled;
+    std::function<void(DISPID)> whenAsked;  ///< an ambient property is read
     ComPtr<IOleObject> control;
 
     /// Writes a call down and lets the test act inside of it.

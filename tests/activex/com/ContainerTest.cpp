@@ -71,6 +71,106 @@ TEST_F(ContainerTest, AContainerThatRefusesGetsAnErrorAndNoWindow) {
     EXPECT_EQ(container.control->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 3, nullptr, nullptr), DV_E_LINDEX);
 }
 
+TEST_F(ContainerTest, ASiteThatCannotTellThePlaceLeavesItToTheVerb) {
+    container.onActivate = E_NOTIMPL;
+    container.onUIActivate = E_NOTIMPL;
+    container.windowContext = E_NOTIMPL;
+    EXPECT_EQ(container.control->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, &container.bounds), E_NOTIMPL);
+    EXPECT_EQ(container.control->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, container.window, nullptr), E_NOTIMPL);
+    EXPECT_EQ(container.controlWindow(), nullptr);
+    ASSERT_EQ(container.verb(OLEIVERB_UIACTIVATE), S_OK);
+    HWND const window = container.controlWindow();
+    EXPECT_EQ(GetParent(window), container.window);
+    RECT place{};
+    GetWindowRect(window, &place);
+    EXPECT_EQ(place.right - place.left, container.bounds.right - container.bounds.left);
+    EXPECT_TRUE(IsChild(window, GetFocus()));
+}
+
+TEST_F(ContainerTest, ComesBackAfterItsWindowWasDestroyedByTheContainer) {
+    ASSERT_EQ(container.verb(OLEIVERB_UIACTIVATE), S_OK);
+    for (const LONG verb : {OLEIVERB_SHOW, OLEIVERB_UIACTIVATE}) {
+        container.loseWindow();
+        EXPECT_EQ(container.controlWindow(), nullptr);
+        container.calls.clear();
+        ASSERT_EQ(container.verb(verb), S_OK);
+        EXPECT_EQ(GetParent(container.controlWindow()), container.window);
+        EXPECT_THAT(container.calls, ::testing::IsSupersetOf({"OnInPlaceDeactivate", "OnInPlaceActivate"}))
+            << "the site can count them";
+    }
+}
+
+TEST_F(ContainerTest, TheSameSiteAgainChangesNothing) {
+    ASSERT_EQ(container.verb(OLEIVERB_UIACTIVATE), S_OK);
+    HWND const window = container.controlWindow();
+    ComPtr<IOleClientSite> site;
+    ASSERT_EQ(container.site()->QueryInterface(IID_PPV_ARGS(&site)), S_OK);
+    container.calls.clear();
+    EXPECT_EQ(container.control->SetClientSite(site.Get()), S_OK);
+    EXPECT_EQ(container.controlWindow(), window);
+    EXPECT_THAT(container.calls, IsEmpty());
+}
+
+TEST_F(ContainerTest, TheUserBringsItBackAfterTheContainerHasDeactivatedIt) {
+    ASSERT_EQ(container.verb(OLEIVERB_UIACTIVATE), S_OK);
+    loadSmallSet(editor.Get());
+    HWND const box = child(txtMethodDescription);
+    // By a click into the field that has the focus, a key, and the focus of another field.
+    const std::vector<std::function<void()>> ways{[&] { SendMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, 0); },
+                                                  [&] { SendMessageW(box, WM_KEYDOWN, VK_HOME, 1); },
+                                                  [&] { SetFocus(child(lstMethodMacroList)); }};
+    for (const auto& way : ways) {
+        SetFocus(box);
+        ASSERT_EQ(as<IOleInPlaceObject>(editor)->UIDeactivate(), S_OK);
+        EXPECT_EQ(container.activeObject, nullptr);
+        container.calls.clear();
+        way();
+        EXPECT_THAT(container.calls, ElementsAre("OnUIActivate", "SetActiveObject", "SetBorderSpace null"));
+        EXPECT_TRUE(container.translate(VK_TAB));
+    }
+    ASSERT_EQ(as<IOleInPlaceObject>(editor)->UIDeactivate(), S_OK);
+    EXPECT_EQ(changeAmbient(DISPID_AMBIENT_UIDEAD, truth(true)), S_OK);
+    container.calls.clear();
+    SendMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    EXPECT_THAT(container.calls, IsEmpty());
+}
+
+TEST_F(ContainerTest, AnActivationEndsWhenTheContainerLetsGoInTheMidstOfIt) {
+    const std::vector<std::pair<std::string, std::vector<std::string>>> moments{
+        {"CanInPlaceActivate", {}},
+        {"OnInPlaceActivate", {"OnInPlaceDeactivate"}},
+        {"GetWindowContext", {"OnInPlaceDeactivate"}},
+        {"ShowObject", {"OnInPlaceDeactivate"}},
+        {"OnUIActivate", {"OnUIDeactivate", "OnInPlaceDeactivate"}}};
+    for (const auto& one : moments) {
+        const auto& moment = one.first;
+        std::size_t upToThere = 0;
+        container.calls.clear();
+        container.whenCalled = [&](const std::string& call) {
+            if (call == moment) {
+                container.whenCalled = nullptr;
+                upToThere = container.calls.size();
+                container.control.Reset();
+                editor.Reset();
+            }
+        };
+        auto* const raw = container.control.Get();
+        raw->DoVerb(OLEIVERB_UIACTIVATE, nullptr, nullptr, 0, container.window, &container.bounds);
+        EXPECT_EQ(editor, nullptr) << moment;
+        const std::vector<std::string> after(container.calls.begin() + static_cast<std::ptrdiff_t>(upToThere),
+                                             container.calls.end());
+        // What it says of keys and focus on the way out is another matter.
+        std::vector<std::string> said;
+        std::copy_if(after.begin(), after.end(), std::back_inserter(said),
+                     [](const std::string& call) { return call.starts_with("On") && call.ends_with("activate"); });
+        EXPECT_EQ(said, one.second) << moment;
+        EXPECT_EQ(FindWindowExW(container.window, nullptr, nullptr, nullptr), nullptr) << moment;
+        pump();
+        EXPECT_EQ(Server::instance().canUnload(), S_OK) << moment;
+        SetUp();
+    }
+}
+
 TEST_F(ContainerTest, TheContainerMayCloseTheControlFromWithinAnyOfItsCalls) {
     for (const auto* const moment : {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindowContext", "OnUIActivate",
                                      "OnFocus true", "SetActiveObject", "SetBorderSpace null", "ShowObject"}) {
@@ -179,19 +279,6 @@ TEST_F(ContainerTest, TheContainersFontIsUsed) {
     font.CopyTo(IID_IDispatch, reinterpret_cast<void**>(&value.ref().pdispVal));
     EXPECT_EQ(changeAmbient(DISPID_AMBIENT_FONT, std::move(value)), S_OK);
     EXPECT_EQ(fontOf(), handle);
-}
-
-TEST_F(ContainerTest, AMessageBoxDisablesTheContainersDialogs) {
-    ASSERT_EQ(container.verb(OLEIVERB_UIACTIVATE), S_OK);
-    container.calls.clear();
-    const ClosingUser user;
-    const auto set = smallSet();
-    const auto later = document(text::toWide(methodText({"WASH(5)"})));
-    EXPECT_EQ(editor->SetXmlDocuments(set.macros.Get(), set.objects.Get(), later.Get(), set.configuration.Get()), S_OK);
-    std::vector<std::string> modeless;
-    std::copy_if(container.calls.begin(), container.calls.end(), std::back_inserter(modeless),
-                 [](const std::string& call) { return call.starts_with("EnableModeless"); });
-    EXPECT_THAT(modeless, ElementsAre("EnableModeless false", "EnableModeless true"));
 }
 
 }  // namespace vrn::test

@@ -22,6 +22,23 @@ class ObjectTest : public ContainerTest {
     };
 };
 
+// The texts that a metafile writes.
+std::vector<std::string> textsIn(HMETAFILE picture) {
+    std::vector<std::string> texts;
+    const auto look = [](HDC /*context*/, HANDLETABLE* /*table*/, METARECORD* record, int /*count*/,
+                         LPARAM into) -> int {
+        if (record->rdFunction == META_EXTTEXTOUT) {
+            const int length = record->rdParm[2];
+            const int rectangle = (record->rdParm[3] & (ETO_OPAQUE | ETO_CLIPPED)) != 0 ? 4 : 0;
+            reinterpret_cast<std::vector<std::string>*>(into)->emplace_back(
+                reinterpret_cast<const char*>(record->rdParm + 4 + rectangle), length);
+        }
+        return 1;
+    };
+    EnumMetaFile(nullptr, picture, look, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
 // A bitmap to draw into, white at first.
 class Canvas {
   public:
@@ -54,6 +71,15 @@ class Canvas {
         return count;
     }
     [[nodiscard]] int notWhite() const { return notWhite({0, 0, width_, height_}); }
+    /// How many of its points another one of the same size has otherwise.
+    [[nodiscard]] int differences(const Canvas& other) const {
+        GdiFlush();
+        int count = 0;
+        for (int i = 0; i < width_ * height_; ++i) {
+            count += pixels_[i] != other.pixels_[i] ? 1 : 0;
+        }
+        return count;
+    }
 
   private:
     int width_;
@@ -120,6 +146,34 @@ TEST_F(ObjectTest, StoresNothingAndReadsItBack) {
     CLSID clsid{};
     EXPECT_EQ(persistence->GetClassID(&clsid), S_OK);
     EXPECT_EQ(clsid, CLSID_VRN_MethodEditor);
+}
+
+TEST_F(ObjectTest, DrawsItsTextIntoAMetafile) {
+    loadSmallSet(editor.Get());
+    const auto view = as<IViewObject2>(editor);
+    Canvas direct(640, 480);
+    ASSERT_EQ(draw(view.Get(), direct.context(), {0, 0, 640, 480}), S_OK);
+    // In pixels, and in hundredths of a millimetre somewhere else.
+    for (const RECTL& bounds : {RECTL{0, 0, 640, 480}, RECTL{1000, 500, 17933, 13200}}) {
+        HDC const device = CreateICW(L"DISPLAY", nullptr, nullptr, nullptr);
+        HDC const metafile = CreateMetaFileW(nullptr);
+        SetMapMode(metafile, MM_ANISOTROPIC);
+        SetWindowOrgEx(metafile, bounds.left, bounds.top, nullptr);
+        SetWindowExtEx(metafile, bounds.right - bounds.left, bounds.bottom - bounds.top, nullptr);
+        EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, device, metafile, &bounds, &bounds, nullptr, 0),
+                  S_OK);
+        HMETAFILE const picture = CloseMetaFile(metafile);
+        DeleteDC(device);
+        Canvas played(640, 480);
+        SetMapMode(played.context(), MM_ANISOTROPIC);
+        SetViewportExtEx(played.context(), 640, 480, nullptr);
+        EXPECT_TRUE(PlayMetaFile(played.context(), picture));
+        // A description, a step of the sequence, a caption of the grid.
+        EXPECT_THAT(textsIn(picture), ::testing::IsSupersetOf({"First", "01 WASH", "Parameter", "Insert "}));
+        DeleteMetaFile(picture);
+        // Lines of one unit are no longer seen where a unit is less than a pixel.
+        EXPECT_LT(played.differences(direct), bounds.left == 0 ? 640 * 480 / 50 : 640 * 480 / 10);
+    }
 }
 
 TEST_F(ObjectTest, DrawsItselfWithoutWindows) {

@@ -24,10 +24,14 @@ using activex::Form;
 
 class RecordingSite final : public activex::FormSite {
   public:
+    void enter() noexcept override { ++inside; }
+    void leave() noexcept override { --inside; }
     void focusChanged(bool inForm) noexcept override { focus.push_back(inForm); }
+    void userActs() noexcept override {}
     [[nodiscard]] bool uiDead() const noexcept override { return dead; }
     std::vector<bool> focus;
     bool dead = false;
+    int inside = 0;
 };
 
 class FormTest : public SmallSetTest {

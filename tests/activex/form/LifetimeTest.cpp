@@ -49,6 +49,24 @@ TEST_F(FormTest, TheFormMayGoInsideOfWhatItStarted) {
     EXPECT_EQ(Form::windowsLeft(), 0);
 }
 
+TEST_F(FormTest, AWindowStaysUntilItsOwnWorkIsDone) {
+    loadSteps({"WASH(7,W2,5)", "COUNT(1)"});
+    HWND const combo = window(ControlId::cboSelectedMacro);
+    bool thereInside = false;
+    // As in a message box, whose loop brings everything that is posted.
+    state().cboSelectedMacro.onClick = [&] {
+        form.destroy();
+        pump();
+        thereInside = IsWindow(combo) != FALSE;
+    };
+    key(combo, VK_DOWN);
+    EXPECT_TRUE(thereInside) << "the system's code for the key still needs it";
+    EXPECT_EQ(site.inside, 0);
+    pump();
+    EXPECT_FALSE(IsWindow(combo));
+    EXPECT_EQ(Form::windowsLeft(), 0);
+}
+
 TEST_F(FormTest, AValueBeingEnteredIsLeftWhenTheFormGoes) {
     loadSteps({"WASH(7,W2,5)"});
     SetFocus(grid());
@@ -109,7 +127,7 @@ TEST_F(FormTest, ThePictureShowsTheFormWithoutWindows) {
     const HDC memory = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, 700, 500);
     const HGDIOBJ before = SelectObject(memory, bitmap);
-    form.draw(memory, {20, 10, 660, 490}, 96);
+    form.draw({memory, {20, 10, 660, 490}, 96});
     std::set<COLORREF> colours;
     for (int x = 20; x < 660; x += 3) {
         for (int y = 10; y < 490; y += 3) {

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <olectl.h>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <thread>
 #include <vector>
@@ -133,6 +136,40 @@ TEST(Registration, IsCompleteAndUndoneWithoutATrace) {
     EXPECT_EQ(create(L"vrnMethodEditor.VRN_MethodEditor"), CO_E_CLASSSTRING);
     // Once more: nothing there is no failure.
     EXPECT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
+}
+
+// A copy of the control whose type library is damaged, so that its registration fails after the class is written.
+std::wstring brokenCopy() {
+    std::wstring copy(MAX_PATH, L'\0');
+    copy.resize(GetTempPathW(static_cast<DWORD>(copy.size()), copy.data()));
+    copy += L"vrnMthdA broken.ocx";
+    const std::filesystem::path from(controlFile());
+    std::ifstream file(from, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const std::string signature("MSFT\x02\x00\x01\x00", 8);
+    for (auto at = bytes.find(signature); at != std::string::npos; at = bytes.find(signature)) {
+        bytes.replace(at, 4, "----");
+    }
+    std::ofstream(std::filesystem::path(copy), std::ios::binary) << bytes;
+    return copy;
+}
+
+TEST(Registration, ThatFailsLeavesEverythingAsItWas) {
+    const auto broken = brokenCopy();
+    const auto before = classes();
+    EXPECT_NE(run(L"regsvr32 /s \"" + broken + L"\""), 0U);
+    EXPECT_EQ(classes(), before) << "there was none before";
+    ASSERT_EQ(run(L"regsvr32 /s \"" + controlFile() + L"\""), 0U);
+    // A stranger's addition to the class stays as well.
+    const std::wstring foreign = L"CLSID\\{4611A8F1-26D4-4C96-A88E-60D9D78CC342}\\Foreign";
+    EXPECT_EQ(RegSetValueW(HKEY_CLASSES_ROOT, foreign.c_str(), REG_SZ, L"kept", 4), ERROR_SUCCESS);
+    const auto registered = classes();
+    EXPECT_NE(run(L"regsvr32 /s \"" + broken + L"\""), 0U);
+    EXPECT_EQ(added(registered, classes()), "");
+    EXPECT_EQ(classes(), registered) << "another copy of the file was registered";
+    EXPECT_EQ(run(L"regsvr32 /s /u \"" + controlFile() + L"\""), 0U);
+    EXPECT_EQ(classes(), before);
+    DeleteFileW(broken.c_str());
 }
 
 // COM gives a thread of the multithreaded apartment a proxy, and the control a thread of its own that dispatches messages.

@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include <array>
+#include <utility>
 
 #include "services/windows/SystemServices.h"
 #include "text/windows/Wide.h"
@@ -10,10 +11,12 @@
 namespace vrn::activex {
 
 void Ambients::attach(IUnknown* site) {
-    site_.Reset();
+    com::ComPtr<IDispatch> given;
     if (site != nullptr) {
-        site->QueryInterface(IID_PPV_ARGS(&site_));
+        site->QueryInterface(IID_PPV_ARGS(&given));
     }
+    // The old one goes last: its release may call back.
+    const auto old = std::exchange(site_, given);
     refresh(DISPID_UNKNOWN);
 }
 
@@ -36,16 +39,18 @@ void Ambients::refresh(DISPID property) {
     }
     if (concerns(DISPID_AMBIENT_FONT)) {
         const auto value = read(DISPID_AMBIENT_FONT, VT_DISPATCH);
-        font_.Reset();
+        com::ComPtr<IFont> given;
         if (value.get().vt == VT_DISPATCH && value.get().pdispVal != nullptr) {
-            value.get().pdispVal->QueryInterface(IID_PPV_ARGS(&font_));
+            value.get().pdispVal->QueryInterface(IID_PPV_ARGS(&given));
         }
+        const auto old = std::exchange(font_, given);
     }
 }
 
 HFONT Ambients::font() const noexcept {
     HFONT font = nullptr;
-    return font_ != nullptr && SUCCEEDED(font_->get_hFont(&font)) ? font : nullptr;
+    const auto given = font_;
+    return given != nullptr && SUCCEEDED(given->get_hFont(&font)) ? font : nullptr;
 }
 
 // Empty when the container does not have the property, or has it with a value that does not fit.

@@ -15,29 +15,6 @@
 
 namespace vrn::activex {
 
-namespace {
-
-// Released when the thread looks for messages the next time, when nothing of the control is on the stack any more.
-class ReleaseLater {
-  public:
-    static void begin(IUnknown* object) noexcept {
-        HWND const window =
-            CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, module::instance(), nullptr);
-        if (window != nullptr) {
-            SetTimer(window, reinterpret_cast<UINT_PTR>(object), 0, &ReleaseLater::due);
-        }
-    }
-
-  private:
-    static void CALLBACK due(HWND window, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
-        KillTimer(window, id);
-        DestroyWindow(window);
-        reinterpret_cast<IUnknown*>(id)->Release();
-    }
-};
-
-}  // namespace
-
 HRESULT createControl(IUnknown* outer, REFIID iid, void** object) noexcept {
     if (object == nullptr) {
         return E_POINTER;
@@ -64,7 +41,8 @@ Control::Control(IUnknown* outer) : outer_(outer != nullptr ? outer : &inner_) {
     services.messageBox = std::make_shared<MessageBox>(*this);
     services.locale = std::make_shared<AmbientLocale>(*ambients_);
     editor_ = std::make_unique<shell::VRN_MethodEditor>(std::move(services));
-    editor_->onMethodEditorError([this](const errors::MethodEditorErrorArguments& arguments) { raise(arguments); });
+    editor_->onMethodEditorError(
+        [this](const errors::MethodEditorErrorArguments& arguments) { events_->raise(arguments); });
     form_ = std::make_unique<Form>(*editor_, *this, module::instance());
     members_ = std::make_unique<Members>(*this);
     serviceMembers_ = std::make_unique<ServiceMembers>(*this);
@@ -76,9 +54,12 @@ Control::Control(IUnknown* outer) : outer_(outer != nullptr ? outer : &inner_) {
 }
 
 Control::~Control() {
+    // The outer object of an aggregate is no more.
+    outer_ = &inner_;
     // Whoever still listens has let go of the control and is not to hear of its end; windows that a container forgot
-    // to deactivate go without a word to it.
+    // to deactivate go without a word to it, and a value being entered without one to the user.
     events_->disconnectAll();
+    editor_->state().grdMacro.discardEdit();
     form_->destroy();
     form_.reset();
     editor_.reset();
@@ -112,15 +93,28 @@ IUnknown* Control::find(REFIID iid) noexcept {
     return nullptr;
 }
 
-void Control::raise(const errors::MethodEditorErrorArguments& arguments) noexcept {
-    const Hold hold(*this);
-    events_->raise(arguments);
+void Control::enter() noexcept {
+    // Both: the outer object of an aggregate may end before its part does.
+    outer_->AddRef();
+    inner_.AddRef();
+    ++holds_;
+    if (outer_ == &inner_) {
+        ++holds_;
+    }
 }
 
-void Control::focusChanged(bool inForm) noexcept {
-    const Hold hold(*this);
-    inPlace_->focusChanged(inForm);
+void Control::leave() noexcept {
+    --holds_;
+    if (outer_ == &inner_) {
+        --holds_;
+    }
+    outer_->Release();
+    inner_.Release();  // perhaps the last one: nothing of the control is touched after this
 }
+
+void Control::focusChanged(bool inForm) noexcept { inPlace_->focusChanged(inForm); }
+
+void Control::userActs() noexcept { inPlace_->userActs(); }
 
 bool Control::uiDead() const noexcept { return ambients_->uiDead() || !ambients_->userMode(); }
 
@@ -147,19 +141,6 @@ ULONG Control::Inner::Release() {
         delete &control_;
     }
     return static_cast<ULONG>(left);
-}
-
-Control::Hold::Hold(Control& control) noexcept : control_(control) { control_.inner_.AddRef(); }
-
-Control::Hold::~Hold() {
-    // Below a method of the interface, that method holds the object until it is done. Else a window's procedure is.
-    const bool wouldEnd = control_.count_ == 1 && control_.calls_ == 0;
-    if (wouldEnd) {
-        // Should the system refuse even that, an object too many is left, which is better than one too few.
-        ReleaseLater::begin(&control_.inner_);
-    } else {
-        control_.inner_.Release();
-    }
 }
 
 }  // namespace vrn::activex

@@ -32,7 +32,12 @@ class View;
 /// be asked for then.
 [[nodiscard]] HRESULT createControl(IUnknown* outer, REFIID iid, void** object) noexcept;
 
-/// Belongs to the thread that made it. Every call through an interface goes through `call`.
+/// Belongs to the thread that made it.
+///
+/// Whatever the control does may call the host, by its event, its site, a service, a document, or a message box whose loop
+/// dispatches the host's messages, and the host may let go of the control there. So every way in holds the whole control until
+/// it is left: `call` for a call through an interface, `enter` and `leave` for a message to one of the form's windows. What runs
+/// inside needs no care of its own for that.
 class Control final : public FormSite {
   public:
     explicit Control(IUnknown* outer);
@@ -59,21 +64,15 @@ class Control final : public FormSite {
     template <typename Body>
     HRESULT call(REFIID iid, Body&& body) noexcept;
 
-    /// Keeps the control alive while the engine or the form is at work and the outside gets a chance to release it. When
-    /// the work was begun by a window and not by a call, the end of the control is put off until that window is done.
-    class Hold {
-      public:
-        explicit Hold(Control& control) noexcept;
-        ~Hold();
-        Hold(const Hold&) = delete;
-        Hold& operator=(const Hold&) = delete;
-
-      private:
-        Control& control_;
-    };
+    /// Whether nobody outside holds the control any more: it ends as soon as what is on the stack is left. (Of a part of an
+    /// aggregate only the whole knows.)
+    [[nodiscard]] bool abandoned() const noexcept { return count_ == holds_; }
 
     // FormSite
+    void enter() noexcept override;
+    void leave() noexcept override;
     void focusChanged(bool inForm) noexcept override;
+    void userActs() noexcept override;
     [[nodiscard]] bool uiDead() const noexcept override;
 
   private:
@@ -94,14 +93,13 @@ class Control final : public FormSite {
     class Call;
 
     [[nodiscard]] IUnknown* find(REFIID iid) noexcept;
-    void raise(const errors::MethodEditorErrorArguments& arguments) noexcept;
 
     module::Reference module_;
     LONG count_ = 1;
-    int calls_ = 0;  // how many of the interface's methods are on the stack
+    LONG holds_ = 0;  // how many of these are the control's own, of those who are inside
     const DWORD thread_ = GetCurrentThreadId();
     Inner inner_{*this};
-    IUnknown* const outer_;
+    IUnknown* outer_;
 
     // In the order in which they need each other.
     std::unique_ptr<Ambients> ambients_;
@@ -123,14 +121,12 @@ class Control::Call {
   public:
     explicit Call(Control& control) noexcept : control_(control), right_(GetCurrentThreadId() == control.thread_) {
         if (right_) {
-            control_.outer_->AddRef();
-            ++control_.calls_;
+            control_.enter();
         }
     }
     ~Call() {
         if (right_) {
-            --control_.calls_;
-            control_.outer_->Release();  // perhaps the last one: nothing of the control is touched after this
+            control_.leave();
         }
     }
     Call(const Call&) = delete;

@@ -27,21 +27,28 @@ DWORD modifiersOf(const MSG& message) {
     return (isPressed(VK_SHIFT) ? shift : 0U) | (isPressed(VK_CONTROL) ? control : 0U) | (withAlt ? alt : 0U);
 }
 
+// What a site that does not implement a notification answers is no refusal.
+void requireNotRefused(HRESULT result) {
+    if (result != E_NOTIMPL) {
+        com::require(result);
+    }
+}
+
 bool isKey(const MSG& message) { return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST; }
 
 }  // namespace
 
-HRESULT InPlace::doVerb(LONG verb, const MSG* message, IOleClientSite* site) {
-    switch (verb) {
+HRESULT InPlace::doVerb(const Request& request) {
+    switch (request.verb) {
         case OLEIVERB_PRIMARY:
         case OLEIVERB_UIACTIVATE: {
-            const HRESULT result = activate(site);
-            return SUCCEEDED(result) ? activateUI(targetOf(message)) : result;
+            const HRESULT result = activate(request);
+            return SUCCEEDED(result) ? activateUI(targetOf(request.message)) : result;
         }
         case OLEIVERB_SHOW:
         case OLEIVERB_OPEN:  // a window of its own is nothing that the control has
         case OLEIVERB_INPLACEACTIVATE:
-            return activate(site);
+            return activate(request);
         case OLEIVERB_HIDE:
             deactivateUI();
             control().form().show(false);
@@ -50,20 +57,35 @@ HRESULT InPlace::doVerb(LONG verb, const MSG* message, IOleClientSite* site) {
             return S_OK;  // there is no undo across activations
         default:
             // An unknown verb of an object is its primary one; an unknown one of the system's cannot be guessed.
-            if (verb < 0) {
+            if (request.verb < 0) {
                 return E_NOTIMPL;
             }
-            const HRESULT result = doVerb(OLEIVERB_PRIMARY, message, site);
+            auto primary = request;
+            primary.verb = OLEIVERB_PRIMARY;
+            const HRESULT result = doVerb(primary);
             return SUCCEEDED(result) ? OLEOBJ_S_INVALIDVERB : result;
     }
 }
 
-HRESULT InPlace::activate(IOleClientSite* site) {
+// Whether the container has ended the activation that is under way, from within one of the calls that belong to it. One that has
+// let go of the control altogether gets the calls that end it, while its site still expects them.
+bool InPlace::isOver() {
+    if (control().abandoned()) {
+        deactivate();
+    }
+    return state_ == State::Inactive;
+}
+
+HRESULT InPlace::activate(const Request& request) {
+    if (state_ != State::Inactive && control().form().window() == nullptr) {
+        // The container has destroyed the window that they were in, without a word.
+        deactivate();
+    }
     if (state_ != State::Inactive) {
         control().form().show(true);
         return S_OK;
     }
-    const com::ComPtr<IOleClientSite> clientSite(site);
+    const com::ComPtr<IOleClientSite> clientSite(request.site);
     com::ComPtr<IOleInPlaceSite> inPlaceSite;
     if (clientSite == nullptr || FAILED(clientSite.As(&inPlaceSite))) {
         fail(E_FAIL, "The container has no place for windows.");
@@ -71,12 +93,24 @@ HRESULT InPlace::activate(IOleClientSite* site) {
     if (inPlaceSite->CanInPlaceActivate() != S_OK) {
         fail(E_FAIL, "The container does not let the control activate in place.");
     }
+    com::ComPtr<IOleInPlaceSiteEx> extended;
+    inPlaceSite.As(&extended);
+    if (control().abandoned()) {
+        fail(E_ABORT, "The container has let go of the control while it was asked.");
+    }
+    if (state_ != State::Inactive) {
+        return S_OK;  // the container has asked for it again in its answer, and got it
+    }
     // Set before the container hears of it: what it does in answer may come back here.
     site_ = inPlaceSite;
     state_ = State::Active;
     try {
-        announce();
-        createWindows();
+        BOOL noRedraw = FALSE;
+        requireNotRefused(extended != nullptr ? extended->OnInPlaceActivateEx(&noRedraw, 0)
+                                              : inPlaceSite->OnInPlaceActivate());
+        if (!isOver()) {
+            createWindows(request);
+        }
     } catch (...) {
         if (state_ != State::Inactive) {
             forget();
@@ -84,24 +118,15 @@ HRESULT InPlace::activate(IOleClientSite* site) {
         }
         throw;
     }
-    if (state_ != State::Inactive) {
+    if (!isOver()) {
         clientSite->ShowObject();
     }
+    static_cast<void>(isOver());
     return S_OK;
 }
 
-void InPlace::announce() const {
-    com::ComPtr<IOleInPlaceSiteEx> extended;
-    BOOL noRedraw = FALSE;
-    com::require(SUCCEEDED(site_.As(&extended)) ? extended->OnInPlaceActivateEx(&noRedraw, 0)
-                                                : site_->OnInPlaceActivate());
-}
-
-void InPlace::createWindows() {
+void InPlace::createWindows(const Request& request) {
     const auto site = site_;
-    if (site == nullptr) {
-        return;  // deactivated from within the announcement
-    }
     HWND parent = nullptr;
     RECT place{};
     RECT clip{};
@@ -109,9 +134,25 @@ void InPlace::createWindows() {
     frameInfo.cb = sizeof(frameInfo);
     com::ComPtr<IOleInPlaceFrame> frame;
     com::ComPtr<IOleInPlaceUIWindow> document;
-    com::require(site->GetWindow(&parent));
-    com::require(site->GetWindowContext(&frame, &document, &place, &clip, &frameInfo));
-    if (state_ == State::Inactive) {
+    // A site that cannot tell them leaves them to the request.
+    if (const HRESULT result = site->GetWindow(&parent); FAILED(result) || parent == nullptr) {
+        parent = request.parent;
+        if (parent == nullptr) {
+            fail(FAILED(result) ? result : E_FAIL, "The container has no window for the control.");
+        }
+    }
+    if (isOver()) {
+        return;
+    }
+    if (const HRESULT result = site->GetWindowContext(&frame, &document, &place, &clip, &frameInfo); FAILED(result)) {
+        if (request.place == nullptr) {
+            fail(result, "The container has no place for the control.");
+        }
+        frame.Reset();
+        document.Reset();
+        place = clip = *request.place;
+    }
+    if (isOver()) {
         return;
     }
     frame_ = frame;
@@ -138,23 +179,25 @@ HRESULT InPlace::activateUI(Form::FocusTarget target) {
         // Refused. The container has undone what it began for the activation and wants no call for its end.
         return S_OK;
     }
-    if (state_ != State::Active) {
+    if (isOver() || state_ != State::Active) {
         return S_OK;
     }
     state_ = State::UIActive;
     const HRESULT result = site->OnUIActivate();
-    if (FAILED(result)) {
+    if (FAILED(result) && result != E_NOTIMPL) {
         if (state_ == State::UIActive) {
             state_ = State::Active;
         }
         return result;
     }
-    if (state_ == State::UIActive && (target != Form::FocusTarget::Previous || !control().form().hasFocus())) {
+    if (!isOver() && state_ == State::UIActive &&
+        (target != Form::FocusTarget::Previous || !control().form().hasFocus())) {
         control().form().takeFocus(target);
     }
-    if (state_ == State::UIActive) {
+    if (!isOver() && state_ == State::UIActive) {
         offerToFrame();
     }
+    static_cast<void>(isOver());
     return S_OK;
 }
 
@@ -187,6 +230,7 @@ void InPlace::deactivateUI() {
         frame->SetActiveObject(nullptr, nullptr);
     }
     site->OnUIDeactivate(FALSE);
+    static_cast<void>(isOver());
 }
 
 void InPlace::deactivate() {
@@ -217,6 +261,13 @@ void InPlace::focusChanged(bool inForm) noexcept {
     }
     if (const auto site = control().ole().siteAs<IOleControlSite>(); site != nullptr) {
         site->OnFocus(inForm ? TRUE : FALSE);
+    }
+}
+
+void InPlace::userActs() noexcept {
+    const bool shown = IsWindowVisible(control().form().window()) != FALSE;
+    if (state_ == State::Active && shown && !control().uiDead()) {
+        (void)control().call(IID_IOleInPlaceObject, [&] { return activateUI(Form::FocusTarget::Previous); });
     }
 }
 

@@ -9,8 +9,15 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
   public:
     using Face::Face;
 
-    /// What a container asks for by number. `site` is the container's; null when it has none.
-    HRESULT doVerb(LONG verb, const MSG* message, IOleClientSite* site);
+    /// What a container asks for by number, and what it gives for it.
+    struct Request {
+        LONG verb = OLEIVERB_PRIMARY;
+        const MSG* message = nullptr;    ///< the user's that led to it; null for none
+        IOleClientSite* site = nullptr;  ///< null when the container has none
+        HWND parent = nullptr;           ///< for a site that cannot tell where the windows go
+        const RECT* place = nullptr;     ///< in `parent`; null for none
+    };
+    HRESULT doVerb(const Request& request);
     /// Takes the windows away and tells the container. Nothing when there are none.
     void deactivate();
     /// The container's frame while the windows are there, if it has one.
@@ -18,6 +25,9 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
 
     /// A window of the form has got the keyboard, or all have lost it.
     void focusChanged(bool inForm) noexcept;
+    /// The user works in the form, which has the keyboard: the container may have ended the control's part in its user
+    /// interface meanwhile.
+    void userActs() noexcept;
     /// One of the form's mnemonics was pressed elsewhere in the container.
     void pressMnemonic(wchar_t key);
     /// While the container is being designed the control does not take part in its user interface.
@@ -41,9 +51,9 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
   private:
     enum class State { Inactive, Active, UIActive };
 
-    HRESULT activate(IOleClientSite* site);
-    void announce() const;
-    void createWindows();
+    HRESULT activate(const Request& request);
+    void createWindows(const Request& request);
+    [[nodiscard]] bool isOver();
     HRESULT activateUI(Form::FocusTarget target);
     void deactivateUI();
     void offerToFrame();

@@ -1,5 +1,7 @@
 #include "hosts/activex/control/Members.h"
 
+#include <array>
+
 #include "hosts/activex/control/DocumentArgument.h"
 #include "hosts/activex/control/View.h"
 #include "hosts/activex/services/HostServices.h"
@@ -30,6 +32,8 @@ HRESULT Members::refreshControls() {
 
 HRESULT Members::SetXmlDocuments(IDispatch* domMacros, IDispatch* domlatestKex, IDispatch* domMethod,
                                  IDispatch* domConfig) {
+    // By reference a script passes its variables, which it may set to something else while one of them is asked for its text.
+    const std::array<com::ComPtr<IDispatch>, 4> held{domMacros, domlatestKex, domMethod, domConfig};
     return changing([&] {
         // All four first: a wrong one must leave the editor as it was.
         const auto macros = documentText(domMacros, "domMacros");

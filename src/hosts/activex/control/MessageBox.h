@@ -8,7 +8,8 @@
 
 namespace vrn::activex {
 
-/// The system's message boxes. While one is open the container's own modeless dialogs are disabled.
+/// The system's message boxes, owned by the container's window, which they disable while they are open. The container's other
+/// modeless dialogs are its own to disable.
 class MessageBox final : public errors::MessageBoxService {
   public:
     explicit MessageBox(Control& control);

@@ -28,6 +28,14 @@ void requireContent(DWORD aspect) {
     }
 }
 
+// One object may be known by several pointers.
+bool isSame(IUnknown* one, IUnknown* other) {
+    com::ComPtr<IUnknown> first;
+    com::ComPtr<IUnknown> second;
+    return one != nullptr && other != nullptr && SUCCEEDED(one->QueryInterface(IID_PPV_ARGS(&first))) &&
+           SUCCEEDED(other->QueryInterface(IID_PPV_ARGS(&second))) && first == second;
+}
+
 LPOLESTR taskText(std::wstring_view text) {
     auto* const copy = static_cast<LPOLESTR>(CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
     if (copy == nullptr) {
@@ -49,9 +57,12 @@ OleObject::~OleObject() {
 
 HRESULT OleObject::SetClientSite(IOleClientSite* site) {
     return control().call(IID_IOleObject, [&] {
+        const com::ComPtr<IOleClientSite> given(site);
+        if (given != nullptr && isSame(given.Get(), site_.Get())) {
+            return S_OK;
+        }
         // A container that takes its site away while the control is active gets its windows back first.
         control().inPlace().deactivate();
-        const com::ComPtr<IOleClientSite> given(site);
         const auto old = std::exchange(site_, given);
         control().ambients().attach(given.Get());
         control().form().setFont(control().ambients().font());
@@ -101,15 +112,14 @@ HRESULT OleObject::GetClipboardData(DWORD /*reserved*/, IDataObject** data) {
     });
 }
 
-HRESULT OleObject::DoVerb(LONG verb, MSG* message, IOleClientSite* activeSite, LONG index, HWND /*parent*/,
-                          LPCRECT /*place*/) {
+HRESULT OleObject::DoVerb(LONG verb, MSG* message, IOleClientSite* activeSite, LONG index, HWND parent, LPCRECT place) {
     return control().call(IID_IOleObject, [&] {
         if (index != 0 && index != -1) {
             fail(DV_E_LINDEX, "The control has one part only.");
         }
         // Some containers name their site here for the first time.
         const com::ComPtr<IOleClientSite> site(site_ != nullptr ? site_.Get() : activeSite);
-        return control().inPlace().doVerb(verb, message, site.Get());
+        return control().inPlace().doVerb({verb, message, site.Get(), parent, place});
     });
 }
 

@@ -16,8 +16,8 @@ class OleObject final : public Face<IOleObject, IOleControl> {
     template <typename Interface>
     [[nodiscard]] com::ComPtr<Interface> siteAs() const noexcept {
         com::ComPtr<Interface> found;
-        if (site_ != nullptr) {
-            site_.As(&found);
+        if (const auto site = site_; site != nullptr) {
+            site.As(&found);
         }
         return found;
     }

@@ -1,14 +1,18 @@
 #include "hosts/activex/control/View.h"
 
+#include <algorithm>
 #include <array>
 
 #include "hosts/activex/control/OleObject.h"
+#include "hosts/activex/form/Owners.h"
+#include "hosts/activex/form/TextPaint.h"
 
 namespace vrn::activex {
 
 namespace {
 
 constexpr int usualDpi = 96;
+constexpr int himetricPerInch = 2540;
 
 void requireContent(DWORD aspect, LONG index) {
     if (aspect != DVASPECT_CONTENT) {
@@ -23,8 +27,8 @@ void requireContent(DWORD aspect, LONG index) {
 class InPixels {
   public:
     InPixels(HDC context, const RECTL& bounds)
-        : context_(context), saved_(SaveDC(context)), bounds_{bounds.left, bounds.top, bounds.right, bounds.bottom} {
-        if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) {
+        : saved_(context), bounds_{bounds.left, bounds.top, bounds.right, bounds.bottom} {
+        if (isMetafile(context)) {
             return;
         }
         std::array<POINT, 2> corners{{{bounds.left, bounds.top}, {bounds.right, bounds.bottom}}};
@@ -34,14 +38,10 @@ class InPixels {
         SetWindowOrgEx(context, 0, 0, nullptr);
         SetViewportOrgEx(context, 0, 0, nullptr);
     }
-    ~InPixels() { RestoreDC(context_, saved_); }
-    InPixels(const InPixels&) = delete;
-    InPixels& operator=(const InPixels&) = delete;
     [[nodiscard]] const RECT& bounds() const noexcept { return bounds_; }
 
   private:
-    HDC context_;
-    int saved_;
+    SavedContext saved_;
     RECT bounds_;
 };
 
@@ -49,6 +49,12 @@ class InPixels {
 int dpiOf(HDC device) {
     const int dpi = GetDeviceCaps(device, LOGPIXELSY);
     return dpi > 0 ? dpi : usualDpi;
+}
+
+// What an inch is in a metafile, nobody knows but by the height that the container has given the control.
+int dpiOf(const RECT& bounds, SIZEL extent) {
+    const int dpi = extent.cy > 0 ? MulDiv(bounds.bottom - bounds.top, himetricPerInch, extent.cy) : usualDpi;
+    return std::max(dpi, 1);
 }
 
 }  // namespace
@@ -63,7 +69,10 @@ HRESULT View::Draw(DWORD aspect, LONG index, void* /*reserved*/, DVTARGETDEVICE*
             fail(E_INVALIDARG, "There is no device context to draw into.");
         }
         const InPixels pixels(context, *bounds);
-        control().form().draw(context, pixels.bounds(), dpiOf(deviceContext != nullptr ? deviceContext : context));
+        Canvas canvas{context, pixels.bounds(), 0, deviceContext};
+        canvas.dpi = isMetafile(context) ? dpiOf(canvas.bounds, control().ole().extent())
+                                         : dpiOf(deviceContext != nullptr ? deviceContext : context);
+        control().form().draw(canvas);
         return S_OK;
     });
 }

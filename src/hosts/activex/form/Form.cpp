@@ -1,6 +1,7 @@
 #include "hosts/activex/form/Form.h"
 
 #include "hosts/activex/form/FormWindows.h"
+#include "hosts/activex/form/GridAccessible.h"
 #include "hosts/activex/form/Metrics.h"
 #include "hosts/activex/form/Picture.h"
 
@@ -97,9 +98,9 @@ void Form::pressMnemonic(wchar_t key) noexcept {
     }
 }
 
-void Form::draw(HDC context, const RECT& bounds, int dpi) const noexcept {
+void Form::draw(const Canvas& canvas) const noexcept {
     try {
-        drawForm(context, bounds, dpi, editor_.state(), editor_.font(), font_);
+        drawForm(canvas, editor_.state(), editor_.font(), font_);
     } catch (...) {
         // Short of memory: the picture stays as far as it got.
         return;
@@ -107,5 +108,7 @@ void Form::draw(HDC context, const RECT& bounds, int dpi) const noexcept {
 }
 
 long Form::windowsLeft() noexcept { return FormWindows::count(); }
+
+long Form::readersLeft() noexcept { return GridAccessible::count(); }
 
 }  // namespace vrn::activex

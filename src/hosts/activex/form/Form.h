@@ -18,10 +18,25 @@ namespace vrn::activex {
 class FormSite {
   public:
     virtual ~FormSite() = default;
+    /// A message of the user or the system is about to go through one of the form's windows, or a reader's question is about
+    /// to be answered. What is done for it may call the host, which may let go of everything: `enter` keeps the site, its
+    /// engine and its form until the `leave` that belongs to it.
+    virtual void enter() noexcept = 0;
+    virtual void leave() noexcept = 0;
     /// One of the form's windows has got the keyboard focus, or the form has lost it to a window outside.
     virtual void focusChanged(bool inForm) noexcept = 0;
+    /// The user clicks or types in the form, which has the focus already.
+    virtual void userActs() noexcept = 0;
     /// The host does not want its user interface to answer for now: what the user does is to be ignored.
     [[nodiscard]] virtual bool uiDead() const noexcept = 0;
+};
+
+/// Where the form is drawn without windows.
+struct Canvas {
+    HDC context = nullptr;
+    RECT bounds{};         ///< in the context's units
+    int dpi = 96;          ///< how many of the units are an inch, for the sizes of fonts and lines
+    HDC device = nullptr;  ///< what the picture is for, which measures text for a metafile; null for the screen
 };
 
 class FormWindows;
@@ -62,13 +77,13 @@ class Form {
     /// One of these keys was pressed outside of the form.
     void pressMnemonic(wchar_t key) noexcept;
 
-    /// Draws the form as it stands into a device context, without windows: for a container that shows it inactive, or
-    /// prints. `bounds` in the context's units; `dpi` for the sizes of fonts and lines.
-    void draw(HDC context, const RECT& bounds, int dpi) const noexcept;
+    /// Draws the form as it stands, without windows: for a container that shows it inactive, or prints.
+    void draw(const Canvas& canvas) const noexcept;
 
-    /// How many forms of this module still have windows. A form that was destroyed while one of its windows was at work keeps
+    /// How many forms of this module still have windows, and how many objects of theirs readers hold. A form that was destroyed while one of its windows was at work keeps
     /// them, hidden, until the message loop runs: the module must stay loaded for as long.
     [[nodiscard]] static long windowsLeft() noexcept;
+    [[nodiscard]] static long readersLeft() noexcept;
 
   private:
     shell::VRN_MethodEditor& editor_;

@@ -90,6 +90,14 @@ void FormWindows::focusCame(HWND to) noexcept {
     if (!focusIn_) {
         focusIn_ = true;
         site_.focusChanged(true);
+    } else {
+        site_.userActs();
+    }
+}
+
+void FormWindows::userActs() noexcept {
+    if (open() && focusIn_) {
+        site_.userActs();
     }
 }
 

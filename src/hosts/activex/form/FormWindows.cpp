@@ -179,7 +179,7 @@ void FormWindows::end() noexcept {
     for (const auto* const peer : named()) {
         forgetName(peer->handle());
     }
-    if (!anyRunning()) {
+    if (running() == 0) {
         DestroyWindow(root_.handle());
         return;
     }
@@ -187,7 +187,15 @@ void FormWindows::end() noexcept {
     untilEnd_ = weak_from_this().lock();
     ShowWindow(root_.handle(), SW_HIDE);
     SetParent(root_.handle(), HWND_MESSAGE);
-    root_.post(RootWindow::Later::EndNow);
+}
+
+// By the message loop: a list of the system's that is no window of the form may still be at work.
+void FormWindows::settled() noexcept {
+    if (root_.handle() == nullptr) {
+        untilEnd_.reset();
+    } else if (untilEnd_) {
+        root_.post(RootWindow::Later::EndNow);
+    }
 }
 
 std::array<const Peer*, 4> FormWindows::named() const noexcept {
@@ -195,6 +203,9 @@ std::array<const Peer*, 4> FormWindows::named() const noexcept {
 }
 
 void FormWindows::endNow() noexcept {
+    if (running() > 1) {
+        return;  // a procedure's own message loop has brought it; what is asked for comes again when that is done
+    }
     const auto self = std::exchange(untilEnd_, nullptr);
     DestroyWindow(root_.handle());
 }

@@ -77,15 +77,18 @@ class FormWindows final : public Session, private FormEvents {
     [[nodiscard]] method::EditorState& state() noexcept override { return state_; }
     [[nodiscard]] const Look& look() const noexcept override { return look_; }
     [[nodiscard]] HINSTANCE module() const noexcept override { return module_; }
+    [[nodiscard]] FormSite& site() noexcept override { return site_; }
     [[nodiscard]] Window* windowOf(HWND handle) const noexcept override;
     void placesChanged() noexcept override;
     void menuWanted() noexcept override;
     void focusCame(HWND to) noexcept override;
     void focusWent(HWND to) noexcept override;
     void focusAdrift() noexcept override;
+    void userActs() noexcept override;
     bool goOn(HWND from, bool backwards) noexcept override;
 
   private:
+    void settled() noexcept override;
     void resized() noexcept override { placesChanged(); }
     void appearanceChanged() override;
     void focusGiven() noexcept override { takeFocus(Form::FocusTarget::Previous); }

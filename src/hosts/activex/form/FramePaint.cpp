@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/TextPaint.h"
 
 namespace vrn::activex {
 
@@ -27,7 +28,7 @@ void paintLine(HDC context, const RECT& line, bool enabled, HTHEME theme) noexce
 }
 
 // What a frame holds can be read while it cannot be used; so can its caption.
-void paintCaption(HDC context, const RECT& place, const std::wstring& caption, HTHEME theme) noexcept {
+void paintCaption(HDC context, HDC metrics, const RECT& place, const std::wstring& caption, HTHEME theme) {
     RECT text = place;
     SetBkMode(context, TRANSPARENT);
     if (theme != nullptr) {
@@ -35,7 +36,7 @@ void paintCaption(HDC context, const RECT& place, const std::wstring& caption, H
         return;
     }
     SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
-    DrawTextW(context, caption.c_str(), -1, &text, captionFormat);
+    drawText(context, metrics, caption, text, captionFormat);
 }
 
 }  // namespace
@@ -53,18 +54,19 @@ void paintGroupBox(HDC context, const RECT& place, const std::wstring& caption, 
                    HWND window) {
     FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
     const auto theme = themeOf(look, window, L"BUTTON");
+    HDC const metrics = look.measuring(context);
     const Selected font(context, look.font);
-    const RECT text = groupCaption(context, place, caption, look);
+    const Selected measuredFont(metrics, look.font);
+    const RECT text = groupCaption(metrics, place, caption, look);
     RECT line = place;
     line.top += heightOf(text) / 2;
     {
-        const int saved = SaveDC(context);
+        const SavedContext saved(context);
         const int padding = scaled(captionPadding, look.dpi);
         ExcludeClipRect(context, text.left - padding, text.top, text.right + padding, text.bottom);
         paintLine(context, line, enabled, theme.get());
-        RestoreDC(context, saved);
     }
-    paintCaption(context, text, caption, theme.get());
+    paintCaption(context, metrics, text, caption, theme.get());
 }
 
 void paintFieldBorder(HDC context, const RECT& place, bool enabled, const Look& look, HWND window) {

@@ -1,5 +1,9 @@
 #include "hosts/activex/form/GridAccessible.h"
 
+#include <new>
+#include <string>
+#include <utility>
+
 #include "com/Com.h"
 #include "hosts/activex/form/GridWindow.h"
 #include "text/windows/Wide.h"
@@ -8,29 +12,35 @@ namespace vrn::activex {
 
 namespace {
 
+std::atomic<long> objects{0};
+
+// Clears what a question gives its answer in; false when there is no place for one.
+template <typename Answer>
+bool clear(Answer* answer) noexcept {
+    if (answer != nullptr) {
+        *answer = {};
+    }
+    return answer != nullptr;
+}
+
+HRESULT give(const std::string& text, BSTR* out) {
+    *out = com::Bstr(text).release();
+    return S_OK;
+}
+
 HRESULT giveNumber(long number, VARIANT* out) noexcept {
-    VariantInit(out);
     out->vt = VT_I4;
     out->lVal = number;
     return S_OK;
 }
 
-HRESULT nothing(BSTR* out) noexcept {
-    *out = nullptr;
-    return S_FALSE;
-}
-
-HRESULT give(const std::string& text, BSTR* out) noexcept {
-    try {
-        *out = com::Bstr(text).release();
-        return S_OK;
-    } catch (...) {
-        *out = nullptr;
-        return E_OUTOFMEMORY;
-    }
-}
+HRESULT nothing(BSTR* out) noexcept { return clear(out) ? S_FALSE : E_POINTER; }
 
 }  // namespace
+
+GridAccessible::GridAccessible(GridWindow& grid) noexcept : grid_(&grid) { ++objects; }
+GridAccessible::~GridAccessible() { --objects; }
+long GridAccessible::count() noexcept { return objects; }
 
 HRESULT GridAccessible::QueryInterface(REFIID id, void** object) {
     if (object == nullptr) {
@@ -80,17 +90,48 @@ long GridAccessible::childOf(const Element& element) const noexcept {
     return element.button ? lastRow() + element.row : element.row;
 }
 
-HRESULT GridAccessible::elementOf(const VARIANT& child, Element& element) const noexcept {
+template <typename Body>
+HRESULT GridAccessible::ask(Body&& body) noexcept {
     if (!connected()) {
         return CO_E_OBJNOTCONNECTED;
     }
-    const int last = lastRow();
-    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal > 2 * last) {
-        return E_INVALIDARG;
+    AddRef();  // the reader may let go while it is answered
+    HRESULT result = E_FAIL;
+    {
+        const auto running = grid_->enter();
+        try {
+            result = std::forward<Body>(body)();
+        } catch (const std::bad_alloc&) {
+            result = E_OUTOFMEMORY;
+        } catch (...) {
+            result = E_FAIL;
+        }
     }
-    const bool button = child.lVal > last;
-    element = {button ? static_cast<int>(child.lVal) - last : static_cast<int>(child.lVal), button};
-    return S_OK;
+    Release();
+    return result;
+}
+
+template <typename Answer, typename Body>
+HRESULT GridAccessible::ask(Answer* answer, Body&& body) noexcept {
+    return clear(answer) ? ask(std::forward<Body>(body)) : E_POINTER;
+}
+
+template <typename Answer, typename Body>
+HRESULT GridAccessible::askAbout(const VARIANT& child, Answer* answer, Body&& body) noexcept {
+    return clear(answer) ? askAbout(child, std::forward<Body>(body)) : E_POINTER;
+}
+
+template <typename Body>
+HRESULT GridAccessible::askAbout(const VARIANT& child, Body&& body) noexcept {
+    return ask([&] {
+        const int last = lastRow();
+        if (child.vt != VT_I4 || child.lVal < 0 || child.lVal > 2 * last) {
+            return E_INVALIDARG;
+        }
+        const bool button = child.lVal > last;
+        const int row = static_cast<int>(child.lVal) - (button ? last : 0);
+        return std::forward<Body>(body)(Element{row, button});
+    });
 }
 
 bool GridAccessible::gridHasFocus() const noexcept {
@@ -99,78 +140,54 @@ bool GridAccessible::gridHasFocus() const noexcept {
 }
 
 HRESULT GridAccessible::get_accParent(IDispatch** parent) {
-    *parent = nullptr;
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    return AccessibleObjectFromWindow(grid_->handle(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
-                                      reinterpret_cast<void**>(parent));
+    return ask(parent, [&] {
+        return AccessibleObjectFromWindow(grid_->handle(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
+                                          reinterpret_cast<void**>(parent));
+    });
 }
 
 HRESULT GridAccessible::get_accChildCount(long* count) {
-    *count = 0;
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    *count = 2 * lastRow();
-    return S_OK;
+    return ask(count, [&] {
+        *count = 2 * lastRow();
+        return S_OK;
+    });
 }
 
 HRESULT GridAccessible::get_accChild(VARIANT child, IDispatch** object) {
-    *object = nullptr;
-    Element element;
-    const HRESULT result = elementOf(child, element);
-    return FAILED(result) ? result : S_FALSE;  // a simple element: it has no object of its own
+    // A simple element: it has no object of its own.
+    return askAbout(child, object, [](const Element&) { return S_FALSE; });
 }
 
 HRESULT GridAccessible::get_accName(VARIANT child, BSTR* name) {
-    *name = nullptr;
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    try {
-        const auto text = element.row == 0 ? "Parameters" : grid_->model().cellText(element.row, 0);
+    return askAbout(child, name, [&](const Element& element) {
+        const auto text = element.row == 0 ? std::string("Parameters") : grid_->model().cellText(element.row, 0);
         return give(element.button ? "Values for " + text : text, name);
-    } catch (...) {
-        return E_OUTOFMEMORY;
-    }
+    });
 }
 
 HRESULT GridAccessible::get_accValue(VARIANT child, BSTR* value) {
-    *value = nullptr;
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    if (element.row == 0 || element.button) {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-    try {
-        return give(grid_->model().cellText(element.row, 1), value);
-    } catch (...) {
-        return E_OUTOFMEMORY;
-    }
+    return askAbout(child, value, [&](const Element& element) {
+        const bool isCell = element.row != 0 && !element.button;
+        return isCell ? give(grid_->model().cellText(element.row, 1), value) : DISP_E_MEMBERNOTFOUND;
+    });
 }
 
 HRESULT GridAccessible::get_accDescription(VARIANT /*child*/, BSTR* description) { return nothing(description); }
 
 HRESULT GridAccessible::get_accRole(VARIANT child, VARIANT* role) {
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    return giveNumber(element.row == 0 ? ROLE_SYSTEM_TABLE
-                      : element.button ? ROLE_SYSTEM_BUTTONMENU
-                                       : ROLE_SYSTEM_CELL,
-                      role);
+    return askAbout(child, role, [&](const Element& element) {
+        return giveNumber(element.row == 0 ? ROLE_SYSTEM_TABLE
+                          : element.button ? ROLE_SYSTEM_BUTTONMENU
+                                           : ROLE_SYSTEM_CELL,
+                          role);
+    });
 }
 
 HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
+    return askAbout(child, state, [&](const Element& element) { return giveNumber(statesOf(element), state); });
+}
+
+long GridAccessible::statesOf(const Element& element) const {
     const auto& model = grid_->model();
     const int row = element.row;
     const bool current = row == 0 || row == grid_->shownRow();
@@ -188,55 +205,40 @@ HRESULT GridAccessible::get_accState(VARIANT child, VARIANT* state) {
             states |= STATE_SYSTEM_OFFSCREEN | STATE_SYSTEM_INVISIBLE;
         }
     }
-    return giveNumber(states, state);
+    return states;
 }
 
 HRESULT GridAccessible::get_accHelp(VARIANT /*child*/, BSTR* help) { return nothing(help); }
 HRESULT GridAccessible::get_accHelpTopic(BSTR* file, VARIANT /*child*/, long* topic) {
+    if (topic == nullptr) {
+        return E_POINTER;
+    }
     *topic = -1;
     return nothing(file);
 }
 HRESULT GridAccessible::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) {
-    *shortcut = nullptr;
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    return element.button ? give("Shift+F10", shortcut) : nothing(shortcut);
+    return askAbout(child, shortcut,
+                    [&](const Element& element) { return element.button ? give("Shift+F10", shortcut) : S_FALSE; });
 }
 
 HRESULT GridAccessible::get_accFocus(VARIANT* child) {
-    VariantInit(child);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    return gridHasFocus() ? giveNumber(grid_->shownRow(), child) : S_FALSE;
+    return ask(child, [&] { return gridHasFocus() ? giveNumber(grid_->shownRow(), child) : S_FALSE; });
 }
 
 HRESULT GridAccessible::get_accSelection(VARIANT* children) {
-    VariantInit(children);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    const int row = grid_->shownRow();
-    return row > 0 ? giveNumber(row, children) : S_FALSE;
+    return ask(children, [&] {
+        const int row = grid_->shownRow();
+        return row > 0 ? giveNumber(row, children) : S_FALSE;
+    });
 }
 
 HRESULT GridAccessible::get_accDefaultAction(VARIANT child, BSTR* action) {
-    *action = nullptr;
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    return element.button ? give("Press", action) : nothing(action);
+    return askAbout(child, action,
+                    [&](const Element& element) { return element.button ? give("Press", action) : S_FALSE; });
 }
 
 HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    try {
+    return askAbout(child, [&](const Element& element) {
         if ((flags & SELFLAG_TAKEFOCUS) != 0) {
             SetFocus(grid_->handle());
         }
@@ -244,9 +246,7 @@ HRESULT GridAccessible::accSelect(long flags, VARIANT child) {
             grid_->goTo(element.row);
         }
         return S_OK;
-    } catch (...) {
-        return E_FAIL;
-    }
+    });
 }
 
 RECT GridAccessible::placeOf(const Element& element) const {
@@ -260,72 +260,61 @@ RECT GridAccessible::placeOf(const Element& element) const {
 }
 
 HRESULT GridAccessible::accLocation(long* left, long* top, long* width, long* height, VARIANT child) {
-    *left = *top = *width = *height = 0;
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
+    if (!clear(left) || !clear(top) || !clear(width) || !clear(height)) {
+        return E_POINTER;
     }
-    RECT place = placeOf(element);
-    MapWindowPoints(grid_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
-    *left = place.left;
-    *top = place.top;
-    *width = place.right - place.left;
-    *height = place.bottom - place.top;
-    return S_OK;
+    return askAbout(child, [&](const Element& element) {
+        RECT place = placeOf(element);
+        MapWindowPoints(grid_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
+        *left = place.left;
+        *top = place.top;
+        *width = place.right - place.left;
+        *height = place.bottom - place.top;
+        return S_OK;
+    });
 }
 
 HRESULT GridAccessible::accNavigate(long direction, VARIANT start, VARIANT* end) {
-    VariantInit(end);
-    Element element;
-    if (const HRESULT result = elementOf(start, element); FAILED(result)) {
-        return result;
-    }
-    const int last = lastRow();
-    Element to;
-    if (element.row == 0) {
-        to.row = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
-    } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
-        to = {element.row + 1, element.button};
-    } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
-        to = {element.row - 1, element.button};
-    } else if (direction == (element.button ? NAVDIR_LEFT : NAVDIR_RIGHT)) {
-        to = {element.row, !element.button};
-    }
-    return to.row >= 1 && to.row <= last ? giveNumber(childOf(to), end) : S_FALSE;
+    return askAbout(start, end, [&](const Element& element) {
+        const int last = lastRow();
+        Element to;
+        if (element.row == 0) {
+            to.row = direction == NAVDIR_FIRSTCHILD ? 1 : direction == NAVDIR_LASTCHILD ? last : 0;
+        } else if (direction == NAVDIR_NEXT || direction == NAVDIR_DOWN) {
+            to = {element.row + 1, element.button};
+        } else if (direction == NAVDIR_PREVIOUS || direction == NAVDIR_UP) {
+            to = {element.row - 1, element.button};
+        } else if (direction == (element.button ? NAVDIR_LEFT : NAVDIR_RIGHT)) {
+            to = {element.row, !element.button};
+        }
+        return to.row >= 1 && to.row <= last ? giveNumber(childOf(to), end) : S_FALSE;
+    });
 }
 
 HRESULT GridAccessible::accHitTest(long left, long top, VARIANT* child) {
-    VariantInit(child);
-    if (!connected()) {
-        return CO_E_OBJNOTCONNECTED;
-    }
-    POINT place{left, top};
-    ScreenToClient(grid_->handle(), &place);
-    RECT client{};
-    GetClientRect(grid_->handle(), &client);
-    if (PtInRect(&client, place) == FALSE) {
-        return S_FALSE;
-    }
-    const auto& geometry = grid_->geometry();
-    const int row = geometry.rowAt(place.y);
-    const bool button = geometry.partAt(place.x, false) == GridPart::Menu;
-    return giveNumber(row > 0 ? childOf({row, button}) : CHILDID_SELF, child);
+    return ask(child, [&] {
+        POINT place{left, top};
+        ScreenToClient(grid_->handle(), &place);
+        RECT client{};
+        GetClientRect(grid_->handle(), &client);
+        if (PtInRect(&client, place) == FALSE) {
+            return S_FALSE;
+        }
+        const auto& geometry = grid_->geometry();
+        const int row = geometry.rowAt(place.y);
+        const bool button = geometry.partAt(place.x, false) == GridPart::Menu;
+        return giveNumber(row > 0 ? childOf({row, button}) : CHILDID_SELF, child);
+    });
 }
 
 HRESULT GridAccessible::accDoDefaultAction(VARIANT child) {
-    Element element;
-    if (const HRESULT result = elementOf(child, element); FAILED(result)) {
-        return result;
-    }
-    if (!element.button) {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-    try {
+    return askAbout(child, [&](const Element& element) {
+        if (!element.button) {
+            return DISP_E_MEMBERNOTFOUND;
+        }
         grid_->openMenu(element.row);
         return S_OK;
-    } catch (...) {
-        return E_FAIL;
-    }
+    });
 }
 
 HRESULT GridAccessible::put_accName(VARIANT /*child*/, BSTR /*name*/) { return DISP_E_MEMBERNOTFOUND; }

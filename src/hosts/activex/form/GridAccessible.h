@@ -17,8 +17,10 @@ class GridWindow;
 /// not connected any more.
 class GridAccessible final : public IAccessible {
   public:
-    explicit GridAccessible(GridWindow& grid) noexcept : grid_(&grid) {}
+    explicit GridAccessible(GridWindow& grid) noexcept;
     void detach() noexcept { grid_ = nullptr; }
+    /// How many there are in this module.
+    [[nodiscard]] static long count() noexcept;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
@@ -53,7 +55,7 @@ class GridAccessible final : public IAccessible {
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT child, BSTR value) override;
 
   protected:
-    ~GridAccessible() = default;  // by Release only
+    ~GridAccessible();  // by Release only
 
   private:
     /// What a child is: the grid itself with row 0, otherwise a cell or a button.
@@ -61,13 +63,24 @@ class GridAccessible final : public IAccessible {
         int row = 0;
         bool button = false;
     };
-    /// A failure for a child that is not there.
-    HRESULT elementOf(const VARIANT& child, Element& element) const noexcept;
+    /// The body of a question about the grid, whose windows, model and host stay for as long as it takes. What it throws
+    /// becomes an HRESULT.
+    template <typename Body>
+    HRESULT ask(Body&& body) noexcept;
+    /// The same about one child, which `body` gets. Refused for one that is not there.
+    template <typename Body>
+    HRESULT askAbout(const VARIANT& child, Body&& body) noexcept;
+    /// The same with a place for the answer, which is cleared first.
+    template <typename Answer, typename Body>
+    HRESULT ask(Answer* answer, Body&& body) noexcept;
+    template <typename Answer, typename Body>
+    HRESULT askAbout(const VARIANT& child, Answer* answer, Body&& body) noexcept;
+    [[nodiscard]] bool connected() const noexcept;
+    [[nodiscard]] bool gridHasFocus() const noexcept;
     [[nodiscard]] int lastRow() const noexcept;
     [[nodiscard]] long childOf(const Element& element) const noexcept;
     [[nodiscard]] RECT placeOf(const Element& element) const;
-    [[nodiscard]] bool connected() const noexcept;
-    [[nodiscard]] bool gridHasFocus() const noexcept;
+    [[nodiscard]] long statesOf(const Element& element) const;
 
     std::atomic<ULONG> references_{1};
     GridWindow* grid_;

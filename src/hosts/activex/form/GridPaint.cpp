@@ -6,6 +6,7 @@
 #include <array>
 
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/TextPaint.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -35,10 +36,10 @@ void fill(HDC context, const RECT& place, COLORREF colour) noexcept {
     ExtTextOutW(context, 0, 0, ETO_OPAQUE, &place, nullptr, 0, nullptr);
 }
 
-void paintText(HDC context, RECT place, const std::string& text, int dpi) {
-    InflateRect(&place, -scaled(gridTextInset, dpi), 0);
-    const auto wide = text::toWide(text);
-    DrawTextW(context, wide.c_str(), static_cast<int>(wide.size()), &place, textFormat);
+void paintText(HDC context, const GridPicture& picture, RECT place, const std::string& text) {
+    InflateRect(&place, -scaled(gridTextInset, picture.geometry.dpi), 0);
+    HDC const metrics = picture.metrics != nullptr ? picture.metrics : context;
+    drawText(context, metrics, text::toWide(text), place, textFormat);
 }
 
 void paintArrow(HDC context, const RECT& place, COLORREF colour, int dpi) noexcept {
@@ -111,7 +112,7 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
     paintMenuField(context, picture, row, colours.text);
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, colours.text);
-    paintText(context, geometry.name(row), picture.model.cellText(row, 0), geometry.dpi);
+    paintText(context, picture, geometry.name(row), picture.model.cellText(row, 0));
     RECT value = geometry.entry(row);
     --value.right;
     if (row == picture.editedRow) {
@@ -124,7 +125,7 @@ void paintRow(HDC context, const GridPicture& picture, int row) {
         paintArrow(context, arrow, colours.text, geometry.dpi);
         value.right = arrow.left;
     }
-    paintText(context, value, shownValue(picture.model, row), geometry.dpi);
+    paintText(context, picture, value, shownValue(picture.model, row));
     if (current && picture.focused) {
         RECT focus = geometry.entry(row);
         --focus.right;
@@ -168,7 +169,7 @@ void paintGridHeader(HDC context, const GridPicture& picture) {
         fill(context, place, GetSysColor(COLOR_BTNFACE));
         DrawEdge(context, &place, BDR_RAISEDINNER, BF_RECT);
         SetBkMode(context, TRANSPARENT);
-        paintText(context, place, picture.model.cellText(0, column), geometry.dpi);
+        paintText(context, picture, place, picture.model.cellText(0, column));
     }
 }
 

@@ -16,11 +16,12 @@ struct GridPicture {
     const GridGeometry& geometry;
     const controls::Grid& model;
     HFONT font = nullptr;
-    bool focused = false;  ///< whether the keyboard is in the grid
-    int currentRow = 0;    ///< the row that the user is at
-    int editedRow = 0;     ///< the row whose value is under the open editor
-    int hotMenu = 0;       ///< the row whose menu field the mouse is on
-    bool pressed = false;  ///< and is held down on
+    bool focused = false;   ///< whether the keyboard is in the grid
+    int currentRow = 0;     ///< the row that the user is at
+    int editedRow = 0;      ///< the row whose value is under the open editor
+    HDC metrics = nullptr;  ///< measures text for a context that cannot; null for none
+    int hotMenu = 0;        ///< the row whose menu field the mouse is on
+    bool pressed = false;   ///< and is held down on
     HTHEME buttons = nullptr;
 };
 

@@ -37,6 +37,8 @@ class GridWindow final : public Peer, private GridEditorSite {
     [[nodiscard]] MenuPlace menuPlace() const noexcept;
 
     // For assistive technology.
+    /// Keeps everything that an answer may need, see Session.
+    [[nodiscard]] Session::Running enter() noexcept { return Session::Running(session()); }
     /// Whether window and model are still there.
     [[nodiscard]] bool usable() const noexcept { return handle() != nullptr && session().open(); }
     [[nodiscard]] const controls::Grid& model() const noexcept { return model_; }

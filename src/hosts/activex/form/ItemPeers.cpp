@@ -74,9 +74,19 @@ bool ItemPeer::onCharacter(wchar_t character) {
 
 void ItemPeer::catchUp() {
     catchingUp_ = true;
-    if (rowsStale_) {
-        rowsStale_ = false;
-        takeRows();
+    try {
+        if (rowsStale_) {
+            takeRows();
+            rowsStale_ = false;
+        }
+    } catch (...) {
+        // Short of memory halfway: from the beginning with the next message.
+        send(messages_.reset);
+        send(WM_SETREDRAW, TRUE);
+        shown_.clear();
+        widths_.clear();
+        catchingUp_ = false;
+        throw;
     }
     indexStale_ = false;
     if (windowIndex() != model_.listIndex()) {
@@ -140,6 +150,7 @@ void ItemPeer::measure(std::size_t from, std::size_t oldCount, std::size_t newCo
     for (std::size_t row = from; row < from + newCount; ++row) {
         measured.push_back(textWidth(context.get(), text::toWide(shown_[row])));
     }
+    widths_.reserve(widths_.size() + newCount);  // what follows does not fail
     const auto begin = widths_.begin() + static_cast<std::ptrdiff_t>(from);
     widths_.erase(begin, begin + static_cast<std::ptrdiff_t>(oldCount));
     widths_.insert(widths_.begin() + static_cast<std::ptrdiff_t>(from), measured.begin(), measured.end());

@@ -46,6 +46,14 @@ UniqueFont messageFont(int dpi) noexcept {
     return UniqueFont(CreateFontIndirectW(&font));
 }
 
+UniqueFont fontAt(HFONT font, int dpi) noexcept {
+    LOGFONTW description{};
+    GetObjectW(font, sizeof description, &description);
+    description.lfHeight = MulDiv(description.lfHeight, dpi, screenDpi());
+    description.lfWidth = MulDiv(description.lfWidth, dpi, screenDpi());
+    return UniqueFont(CreateFontIndirectW(&description));
+}
+
 UniqueFont ruleFont(const shell::FontRule& rule, int dpi) {
     LOGFONTW font = messageLogFont(dpi);
     font.lfHeight = -MulDiv(rule.Size, dpi, 72);

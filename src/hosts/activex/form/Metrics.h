@@ -33,6 +33,8 @@ inline constexpr int twipsPerInch = 1440;
 
 /// The font of the system's messages and dialogs.
 [[nodiscard]] UniqueFont messageFont(int dpi) noexcept;
+/// A font that was made for the screen, for another resolution.
+[[nodiscard]] UniqueFont fontAt(HFONT font, int dpi) noexcept;
 /// The font of grid and list. A rule without a name takes the typeface of the system's messages.
 [[nodiscard]] UniqueFont ruleFont(const shell::FontRule& rule, int dpi);
 

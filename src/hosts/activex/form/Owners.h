@@ -45,6 +45,19 @@ class Selected {
     HGDIOBJ before_;
 };
 
+/// What a context is set to, put back at the end. Relative to what was saved before: a metafile is played into a context that has
+/// saved things of its own.
+class SavedContext {
+  public:
+    explicit SavedContext(HDC context) noexcept : context_(context) { SaveDC(context); }
+    ~SavedContext() { RestoreDC(context_, -1); }
+    SavedContext(const SavedContext&) = delete;
+    SavedContext& operator=(const SavedContext&) = delete;
+
+  private:
+    HDC context_;
+};
+
 /// The context of a window's client area, to measure with.
 class WindowContext {
   public:

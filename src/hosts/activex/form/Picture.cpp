@@ -7,6 +7,7 @@
 #include "hosts/activex/form/GridPaint.h"
 #include "hosts/activex/form/Layout.h"
 #include "hosts/activex/form/Metrics.h"
+#include "hosts/activex/form/TextPaint.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::activex {
@@ -20,9 +21,13 @@ constexpr int rowPadding = 7;
 class Picture {
   public:
     Picture(HDC context, const SIZE& size, const Look& look, const method::EditorState& state)
-        : context_(context), look_(look), state_(state), lineHeight_(textSize(context, look.font).lineHeight) {
-        auto input = measuredTexts(context, size, look, state);
-        const int gridLine = textSize(context, look.gridFont).lineHeight;
+        : context_(context),
+          look_(look),
+          state_(state),
+          metrics_(look.measuring(context)),
+          lineHeight_(textSize(metrics_, look.font).lineHeight) {
+        auto input = measuredTexts(metrics_, size, look, state);
+        const int gridLine = textSize(metrics_, look.gridFont).lineHeight;
         input.comboHeight = lineHeight_ + px(comboPadding);
         input.listRowHeight = gridLine;
         input.gridRowHeight = gridLine + px(rowPadding);
@@ -63,8 +68,7 @@ class Picture {
     void text(RECT where, const std::string& utf8, bool enabled, UINT format) const {
         SetBkMode(context_, TRANSPARENT);
         SetTextColor(context_, GetSysColor(enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-        const auto wide = text::toWide(utf8);
-        DrawTextW(context_, wide.c_str(), static_cast<int>(wide.size()), &where, format);
+        drawText(context_, metrics_, text::toWide(utf8), where, format);
     }
 
     // An entry field with its border; answers what is inside.
@@ -98,7 +102,8 @@ class Picture {
         RECT row = field(ControlId::lstMethodMacroList, model.enabled());
         const LONG bottom = row.bottom;
         const Selected font(context_, look_.gridFont);
-        const int height = textSize(context_, look_.gridFont).lineHeight;
+        const Selected measuredFont(metrics_, look_.gridFont);
+        const int height = textSize(metrics_, look_.gridFont).lineHeight;
         for (int i = 0; i < model.count() && row.top + height <= bottom; ++i) {
             row.bottom = row.top + height;
             if (i == model.listIndex()) {
@@ -113,7 +118,8 @@ class Picture {
         const auto& model = state_.grdMacro;
         paintFieldBorder(context_, place(ControlId::fraArgument), model.enabled(), look_, nullptr);
         const RECT where = place(ControlId::grdMacro);
-        const int height = textSize(context_, look_.gridFont).lineHeight;
+        const Selected measuredFont(metrics_, look_.gridFont);
+        const int height = textSize(metrics_, look_.gridFont).lineHeight;
         GridGeometry geometry;
         geometry.dpi = look_.dpi;
         geometry.width = widthOf(where);
@@ -122,38 +128,43 @@ class Picture {
         geometry.rowHeight = height + px(rowPadding);
         geometry.nameWidth = geometry.usualNameWidth();
         geometry.rowCount = model.rowCount();
-        const int saved = SaveDC(context_);
+        const SavedContext saved(context_);
         IntersectClipRect(context_, where.left, where.top, where.right, where.bottom);
-        OffsetViewportOrgEx(context_, where.left, where.top, nullptr);
-        const GridPicture picture{geometry, model, look_.gridFont, false, model.currentRow()};
+        OffsetWindowOrgEx(context_, -where.left, -where.top, nullptr);
+        GridPicture picture{geometry, model, look_.gridFont, false, model.currentRow()};
+        picture.metrics = look_.metrics;
         paintGridHeader(context_, picture);
         paintGrid(context_, picture, {0, geometry.headerHeight, geometry.width, geometry.height});
-        RestoreDC(context_, saved);
     }
 
     HDC context_;
     const Look& look_;
     const method::EditorState& state_;
+    HDC metrics_;
     int lineHeight_;
     Layout layout_;
 };
 
 }  // namespace
 
-void drawForm(HDC context, const RECT& bounds, int dpi, const method::EditorState& state, const shell::FontRule& rule,
-              HFONT font) {
-    const auto systemFont = messageFont(dpi);
-    const auto gridFont = ruleFont(rule, dpi);
-    const Look look{dpi, font != nullptr ? font : systemFont.get(), gridFont.get(), false};
-    const int saved = SaveDC(context);
-    OffsetViewportOrgEx(context, bounds.left, bounds.top, nullptr);
-    const SIZE size{widthOf(bounds), heightOf(bounds)};
+void drawForm(const Canvas& canvas, const method::EditorState& state, const shell::FontRule& rule, HFONT font) {
+    const auto systemFont = messageFont(canvas.dpi);
+    const auto gridFont = ruleFont(rule, canvas.dpi);
+    const auto givenFont = font != nullptr ? fontAt(font, canvas.dpi) : nullptr;
+    // Measured in the metafile's units: one for one of the other context's pixels.
+    const WindowContext screen(nullptr);
+    HDC const other = canvas.device != nullptr ? canvas.device : screen.get();
+    const Look look{canvas.dpi, givenFont ? givenFont.get() : systemFont.get(), gridFont.get(), false,
+                    isMetafile(canvas.context) ? other : nullptr};
+    HDC const context = canvas.context;
+    const SavedContext saved(context);
+    // By the window's origin: a metafile must leave the viewport to those who show it.
+    OffsetWindowOrgEx(context, -canvas.bounds.left, -canvas.bounds.top, nullptr);
+    const SIZE size{widthOf(canvas.bounds), heightOf(canvas.bounds)};
     IntersectClipRect(context, 0, 0, size.cx, size.cy);
-    {
-        const Selected selected(context, look.font);
-        Picture(context, size, look, state).draw();
-    }
-    RestoreDC(context, saved);
+    const Selected selected(context, look.font);
+    const Selected measured(look.measuring(context), look.font);
+    Picture(context, size, look, state).draw();
 }
 
 }  // namespace vrn::activex

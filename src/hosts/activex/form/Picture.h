@@ -3,13 +3,13 @@
 
 #include <windows.h>
 
+#include "hosts/activex/form/Form.h"
 #include "method/EditorState.h"
 #include "shell/modMethod.h"
 
 namespace vrn::activex {
 
-/// `font` is that of everything but grid and list; null for the system's.
-void drawForm(HDC context, const RECT& bounds, int dpi, const method::EditorState& state, const shell::FontRule& rule,
-              HFONT font);
+/// `font` is that of everything but grid and list, for the screen; null for the system's.
+void drawForm(const Canvas& canvas, const method::EditorState& state, const shell::FontRule& rule, HFONT font);
 
 }  // namespace vrn::activex

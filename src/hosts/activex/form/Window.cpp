@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "com/Com.h"
+#include "hosts/activex/form/Form.h"
 
 namespace vrn::activex {
 
@@ -14,7 +15,39 @@ int classesUsers = 0;
 
 [[noreturn]] void throwLastError() { com::throwFailure(HRESULT_FROM_WIN32(GetLastError())); }
 
+bool isOfUser(UINT message) noexcept {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+        case WM_MBUTTONDOWN:
+        case WM_RBUTTONDOWN:
+        case WM_KEYDOWN:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
+
+Session::Running::Running(Session& session) noexcept : session_(session.weak_from_this().lock()) {
+    if (session_) {
+        ++session_->running_;
+        if (session_->open()) {
+            site_ = &session_->site();
+            site_->enter();
+        }
+    }
+}
+
+Session::Running::~Running() {
+    if (site_ != nullptr) {
+        site_->leave();  // perhaps its end
+    }
+    if (session_ && --session_->running_ == 0 && !session_->open()) {
+        session_->settled();
+    }
+}
 
 WindowClasses::WindowClasses(HINSTANCE module) : module_(module) {
     const std::lock_guard lock(classesMutex);
@@ -104,6 +137,8 @@ LRESULT Window::run(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
         session_.focusCame(handle_);
     } else if (message == WM_KILLFOCUS) {
         session_.focusWent(reinterpret_cast<HWND>(wParam));
+    } else if (isOfUser(message)) {
+        session_.userActs();
     }
     try {
         const bool fromMouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;

@@ -16,8 +16,10 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-    // A form that was let go inside one of its own messages takes its windows away a little later; they run code of this file.
-    return vrn::activex::module::isIdle() && vrn::activex::Form::windowsLeft() == 0 ? S_OK : S_FALSE;
+    // A form that was let go inside one of its own messages takes its windows away a little later, and a screen reader may keep
+    // what it has read from; they run code of this file.
+    using vrn::activex::Form;
+    return vrn::activex::module::isIdle() && Form::windowsLeft() == 0 && Form::readersLeft() == 0 ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer() { return vrn::activex::registerServer(); }

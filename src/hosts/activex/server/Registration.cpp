@@ -8,6 +8,7 @@
 
 #include "com/Com.h"
 #include "hosts/activex/server/Module.h"
+#include "hosts/activex/server/RegistrySnapshot.h"
 #include "vrnMethodEditor.h"
 
 namespace vrn::activex {
@@ -139,6 +140,20 @@ HRESULT addTypeLibrary() {
                : SELFREG_E_TYPELIB;
 }
 
+// Every key that a registration writes to or below, the system's own call for the type library included.
+std::vector<RegistrySnapshot::Root> everything() {
+    constexpr std::array<REGSAM, 2> views{KEY_WOW64_64KEY, KEY_WOW64_32KEY};
+    std::vector<RegistrySnapshot::Root> roots{
+        {classKey()}, {progId}, {versionedProgId}, {L"TypeLib\\" + textOf(LIBID_vrnMethodEditor)}};
+    for (const auto& id : {IID_IVRN_MethodEditor, DIID_DVRN_MethodEditorEvents, IID_IMethodEditorServices,
+                           IID_IInstrumentService, IID_ISignatureV4, IID_ISignatureV23}) {
+        for (const auto view : views) {
+            roots.push_back({L"Interface\\" + textOf(id), view});
+        }
+    }
+    return roots;
+}
+
 HRESULT addEntries() {
     for (const auto& entry : entries()) {
         if (write(entry) != ERROR_SUCCESS) {
@@ -151,20 +166,25 @@ HRESULT addEntries() {
 }  // namespace
 
 HRESULT registerServer() noexcept {
-    HRESULT result = E_UNEXPECTED;
     try {
-        result = addEntries();
-        if (SUCCEEDED(result)) {
-            result = addTypeLibrary();
+        const RegistrySnapshot before(everything());
+        HRESULT result = E_UNEXPECTED;
+        try {
+            result = addEntries();
+            if (SUCCEEDED(result)) {
+                result = addTypeLibrary();
+            }
+        } catch (...) {
+            result = SELFREG_E_CLASS;
         }
+        if (FAILED(result)) {
+            // Half a registration would be found and then fail. That of another copy of the file may have been there before.
+            before.restore();
+        }
+        return result;
     } catch (...) {
-        result = SELFREG_E_CLASS;
+        return SELFREG_E_CLASS;
     }
-    if (FAILED(result)) {
-        // Half a registration would be found and then fail.
-        (void)unregisterServer();
-    }
-    return result;
 }
 
 HRESULT unregisterServer() noexcept {

@@ -12,7 +12,7 @@ namespace vrn::activex {
 inline constexpr DWORD miscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
                                     OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
-/// Writes all entries, or leaves none.
+/// Writes all entries, or leaves everything as it was before: another copy of the file that was registered stays so.
 [[nodiscard]] HRESULT registerServer() noexcept;
 /// Takes all entries away. What is not there is no failure.
 [[nodiscard]] HRESULT unregisterServer() noexcept;
