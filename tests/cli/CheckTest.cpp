@@ -222,9 +222,61 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
               "    Text                x                                   y\n"
               "- COUNT                 step 4\n"
               "    Number              4\n"
+              "Cycle date              2020                                2020-01-01T00:00:00\n"
               "Cycle WASH: parameters  Volume(UL);SYR.Min;SYR.Min;SYR.Max  Station;WASH_STATION\n"
               "                        Station;WASH_STATION                Volume(UL);5;1;100\n"
-              "                        Hold Time;0;0;600                   Speed;1;1;9\n");
+              "                        Hold Time;0;0;600                   Speed;1;1;9\n"
+              "Cycle order             WASH, COUNT, NOTE                   COUNT, WASH, NOTE\n"
+              "@TimingInformationID    ik/RFART8y0ELBqLN35hzFpE2OGoYrX…    Rr6Zgxsco+MwioI7kzHgEFUF74kDyBP…\n"
+              "ATOMLINE/ATOM           SET_BUSY(Hold Time)\n");
+}
+
+// Whoever signs a file that was changed outside the editor relies on this.
+TEST_F(CheckTest, DiffTellsWhateverDiffers) {
+    write("old.xml", signedMethod({"WASH(5,W1,0)", "COUNT(3)"}));
+    const auto diff = [this](const std::string& from, const std::string& to) {
+        const auto old = text("old.xml");
+        const auto changed = text::replacedAll(old, from, to);
+        EXPECT_NE(changed, old) << from;
+        write("new.xml", changed);
+        run("diff @old.xml @new.xml --json");
+        std::vector<std::string> found;
+        const auto json = Json::parse(out);
+        for (const auto* const part : {"head", "cycles", "rest"}) {
+            for (const auto& difference : json.at(part)) {
+                found.push_back(difference.at("name").get<std::string>() + " " + difference.at("old").dump() + " " +
+                                difference.at("new").dump());
+            }
+        }
+        EXPECT_EQ(run("diff @old.xml @new.xml"), found.empty() && json.at("steps").empty() ? 0 : 1);
+        EXPECT_EQ(out.empty(), found.empty() && json.at("steps").empty());
+        return found;
+    };
+    EXPECT_THAT(diff("<ATOM>SET_BUSY(Hold Time)", "<ATOM>GO"),
+                ElementsAre(R"~(ATOMLINE/ATOM "SET_BUSY(Hold Time)" "GO")~"));
+    EXPECT_THAT(diff("<UDON/>", "<UDON>SL.X</UDON>"), ElementsAre(R"~(SLCONFIG/OBJECT/UDON "" "SL.X")~"));
+    EXPECT_THAT(diff("<Arguments/>", "<Arguments><OBJECT/></Arguments>"), ElementsAre(R"~(Arguments/OBJECT null "")~"));
+    EXPECT_THAT(diff("</MacroData>", "<MacroName>[MACRO X]</MacroName><MacroLine>Y</MacroLine></MacroData>"),
+                ElementsAre(R"~(X null "Y")~"));
+    EXPECT_THAT(diff("<MacroName><![CDATA[[MACRO COUNT]]]></MacroName>", "<MacroName>COUNT</MacroName>"),
+                ElementsAre(R"~(Macros/MacroData/MacroName[2] null "COUNT")~"));
+    EXPECT_THAT(diff("<Method ", "<Method by='me' "), ElementsAre(R"~(@by null "me")~"));
+    EXPECT_THAT(diff(" LastModifiedTimestamp=\"2020\"", ""), ElementsAre(R"~(WASH: date "2020" null)~"));
+    EXPECT_THAT(
+        diff("<MacroValues>COUNT", "<MacroValues a=\"b\">COUNT"),
+        ElementsAre(R"~(Macros/MacroVariable/MacroValues[2] null "<MacroValues a=\"b\">COUNT(3)</MacroValues>")~"));
+    EXPECT_THAT(diff("<Syringe>", "<!-- x --><Note/><Syringe>"),
+                ElementsAre(R"~(comment() null " x ")~", R"~(Note null "")~"));
+    EXPECT_THAT(diff("<ATOMLINE><ATOM>SET_BUSY(Hold Time)</ATOM></ATOMLINE>", ""),
+                ElementsAre(R"~(ATOMLINE "<ATOMLINE><ATOM>SET_BUSY(Hold Time)</ATOM></ATOMLINE>" null)~"));
+    EXPECT_THAT(diff("<Arguments/><VERSION>04</VERSION>", "<VERSION>04</VERSION><Arguments/>"),
+                ElementsAre(R"~(Arguments (place) "child 6" "child 7")~"));
+    EXPECT_THAT(diff("COUNT(3)", "COUNT(3) x"), IsEmpty()) << "a step with all that it says is among the steps";
+    EXPECT_EQ(out,
+              "          old.xml   new.xml\n"
+              "~ COUNT   step 2    step 2\n"
+              "    text  COUNT(3)  COUNT(3) x\n");
+    EXPECT_THAT(diff("<SignatureValue>", "<SignatureValue>A"), IsEmpty()) << "whether it matches, verify tells";
 }
 
 TEST_F(CheckTest, DiffPrintsTheEditorsAuditTrail) {
