@@ -161,7 +161,8 @@ TEST_F(CheckTest, ShowTellsRangesListsAndWhatIsNotValid) {
     EXPECT_EQ(run("show @set @m.xml"), 0);
     EXPECT_EQ(out,
               "m.xml\n"
-              "  Version      01, signature not known\n"
+              "  Version      01\n"
+              "  Signature    unknown\n"
               "  Syringe      10uL\n"
               "  Sequence     3 steps\n"
               "\n"
@@ -174,7 +175,10 @@ TEST_F(CheckTest, ShowTellsRangesListsAndWhatIsNotValid) {
               "\n"
               "  3   COUNT\n"
               "      Number  ! has no value\n");
+    run("verify --json @m.xml");
+    EXPECT_EQ(Json::parse(out).at("status"), "unknown") << "show and verify use the same words";
     run("show @set --json @m.xml");
+    EXPECT_EQ(Json::parse(out).at("signature"), "unknown");
     const auto volume = Json::parse(out).at("steps").at(0).at("parameters").at(0);
     EXPECT_EQ(volume.dump(),
               R"({"name":"Volume","value":"50","unit":"UL","minimum":1,"maximum":10,"default":1,"valid":false,)"
@@ -233,7 +237,9 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
 
 // Whoever signs a file that was changed outside the editor relies on this.
 TEST_F(CheckTest, DiffTellsWhateverDiffers) {
-    write("old.xml", signedMethod({"WASH(5,W1,0)", "COUNT(3)"}));
+    // Neither signature matches, which is no difference.
+    write("old.xml",
+          text::replacedAll(signedMethod({"WASH(5,W1,0)", "COUNT(3)"}), "<SignatureValue>", "<SignatureValue>A"));
     const auto diff = [this](const std::string& from, const std::string& to) {
         const auto old = text("old.xml");
         const auto changed = text::replacedAll(old, from, to);

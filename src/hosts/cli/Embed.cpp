@@ -133,7 +133,7 @@ Outcome Embedder::embed(const MethodFile& file) {
 void Embedder::tellReport(const XmlFile& file, Outcome& outcome, const Report& report) const {
     const bool isRefused = std::string_view(report.status) == "refused";
     if (arguments_->methods.json) {
-        Json json = {{"file", displayName(file.path)}, {"status", report.status}};
+        auto json = reportHead(file, report.status, arguments_->write);
         if (isRefused) {
             json["message"] = report.words;
         }

@@ -7,6 +7,7 @@
 #include "hosts/cli/MethodDiff.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
+#include "method/SignatureState.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
 
@@ -151,10 +152,27 @@ Json diffJson(const DiffArguments& arguments, const MethodDiff& diff) {
             {"cycles", differencesJson(diff.cycles)}, {"rest", differencesJson(diff.rest)}};
 }
 
+std::string signatureName(Engine& engine, const xml::Document& method) {
+    engine.state().domMethod = method;
+    const auto verification = method::VerifyLoadedMethod(engine.state());
+    return std::string(method::signatureStateName(method::signatureState(verification, method::contentOf(method))));
+}
+
+// That one method is intact and the other is not says more than the bytes of their signatures.
+void addSignature(MethodDiff& diff, const xml::Document& before, const xml::Document& after) {
+    Engine engine;
+    auto old = signatureName(engine, before);
+    auto now = signatureName(engine, after);
+    if (old != now) {
+        diff.head.insert(diff.head.begin(), {"Signature", std::move(old), std::move(now)});
+    }
+}
+
 ExitStatus printDiff(const Console& console, const DiffArguments& arguments) {
     const auto before = readXmlFile(arguments.before, console, "Method");
     const auto after = readXmlFile(arguments.after, console, "Method");
-    const auto diff = differenceOf(before.document, after.document);
+    auto diff = differenceOf(before.document, after.document);
+    addSignature(diff, before.document, after.document);
     if (arguments.json) {
         console.out << jsonLine(diffJson(arguments, diff));
     } else if (!diff.empty()) {

@@ -121,8 +121,9 @@ class Editing {
                     const std::vector<Finding>& findings) const {
         auto& out = method.path == standardInput || auditGoesToOutput() ? console_->err : console_->out;
         if (arguments_->json) {
-            out << jsonLine(
-                {{"file", displayName(method.path)}, {"status", status}, {"findings", findingsJson(findings)}});
+            auto json = reportHead(method, status, arguments_->write);
+            json["findings"] = findingsJson(findings);
+            out << jsonLine(json);
             return;
         }
         out << displayName(method.path) << ": " << words << "\n"

@@ -6,6 +6,7 @@
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
 #include "hosts/cli/ParameterText.h"
+#include "method/SignatureState.h"
 #include "text/Lists.h"
 
 namespace vrn::cli {
@@ -25,14 +26,8 @@ std::vector<std::string> descriptionLines(const method::MethodContent& content) 
     return lines;
 }
 
-std::string signatureWords(const method::Inspection& inspection) {
-    if (inspection.verification.version == method::MethodVersion::Unsupported) {
-        return "signature not known";
-    }
-    if (inspection.verification.code == 0) {
-        return "signature intact";
-    }
-    return inspection.content.isSigned ? "signature does not match" : "not signed";
+std::string signatureName(const method::Inspection& inspection) {
+    return std::string(method::signatureStateName(method::signatureState(inspection.verification, inspection.content)));
 }
 
 // One method as text: a head of key and value, then the numbered steps with a table of parameters each.
@@ -49,7 +44,8 @@ class Page {
     std::string text(const std::string& file) {
         out_ = style_.bold(displayName(file)) + "\n";
         const auto& content = inspection_->content;
-        head("Version", printable(content.version.value_or("none")) + ", " + signatureWords(*inspection_));
+        head("Version", printable(content.version.value_or("none")));
+        head("Signature", signatureName(*inspection_));
         std::string label = "Description";
         for (const auto& line : descriptionLines(content)) {
             head(label, printable(line));
@@ -143,7 +139,7 @@ Json methodJson(const std::string& file, const Checker::Result& result) {
     const auto& content = result.inspection.content;
     Json json = {{"file", displayName(file)}};
     json["version"] = content.version ? Json(*content.version) : Json();
-    json["signature"] = signatureWords(result.inspection);
+    json["signature"] = signatureName(result.inspection);
     json["description"] = descriptionLines(content);
     json["syringe"] = content.syringe ? Json(*content.syringe) : Json();
     json["steps"] = Json::array();
