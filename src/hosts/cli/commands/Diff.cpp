@@ -226,6 +226,7 @@ void addDiff(CLI::App& tool, Session& session) {
         "  git show HEAD:method.xml | vrnmethod diff - method.xml\n"
         "  vrnmethod diff --audit --set instrument/ old.xml new.xml");
     command.callback([arguments, &session] {
+        session.about = {{"old", displayName(arguments->before)}, {"new", displayName(arguments->after)}};
         session.status =
             arguments->audit ? printAudit(session.console, *arguments) : printDiff(session.console, *arguments);
     });
