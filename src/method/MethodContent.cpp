@@ -56,6 +56,16 @@ std::vector<std::string> stepTexts(const xml::Document& method) {
     return texts;
 }
 
+std::vector<xml::Node> stepNodes(const xml::Document& method) {
+    std::vector<xml::Node> nodes;
+    forEachInSequence(method, [&](const xml::Node& node, const std::string& text) {
+        if (isStep(text)) {
+            nodes.push_back(node);
+        }
+    });
+    return nodes;
+}
+
 std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method) {
     std::vector<std::optional<std::size_t>> elements;
     std::size_t next = 0;

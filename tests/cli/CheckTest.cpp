@@ -115,11 +115,11 @@ TEST_F(CheckTest, WhatFails) {
 
 TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     writePlain({"COUNT(99)"});
-    EXPECT_EQ(run("check @set --format sarif @m.xml @set/config.xml --jobs 2"), 2);
+    EXPECT_EQ(run("check @set --format sarif @m.xml @set/config.xml @gone.xml --jobs 2"), 2);
     const auto sarif = Json::parse(out);
     EXPECT_EQ(sarif.at("version"), "2.1.0");
     const auto& results = sarif.at("runs").at(0).at("results");
-    ASSERT_EQ(results.size(), 3U);
+    ASSERT_EQ(results.size(), 4U);
     EXPECT_EQ(results[1].at("ruleId"), "value-out-of-range");
     EXPECT_EQ(results[1].at("level"), "error");
     EXPECT_EQ(results[1].at("locations").at(0).at("logicalLocations").at(0).at("fullyQualifiedName"),
@@ -127,6 +127,7 @@ TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     EXPECT_EQ(results[1].at("locations").at(0).at("physicalLocation").at("region"),
               Json({{"startLine", 1}, {"startColumn", text("m.xml").find("<MacroValues>") + 1}}));
     EXPECT_EQ(results[2].at("ruleId"), "file-fault");
+    EXPECT_EQ(results[3].at("locations").at(0).at("physicalLocation").at("artifactLocation").at("uri"), "gone.xml");
     std::vector<std::string> rules;
     for (const auto& rule : sarif.at("runs").at(0).at("tool").at("driver").at("rules")) {
         rules.push_back(rule.at("id"));
@@ -134,6 +135,32 @@ TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     for (const auto& result : results) {
         EXPECT_THAT(rules, testing::Contains(result.at("ruleId").get<std::string>()));
     }
+}
+
+TEST_F(CheckTest, AFaultOfTheCatalogueIsToldOnceWhereItStands) {
+    for (const auto* const name : {"methods/1.xml", "methods/2.xml", "methods/3.xml"}) {
+        writeMethod(name, {"COUNT(3)", "COUNT(4)", "NOTE(x)"});
+    }
+    write("set/macros.xml", text::replacedAll(read("set/macros.xml"), "Number;3;1;20", "Number;3;1;20000000000"));
+    const auto lines = text::split(read("set/macros.xml"), "\n");
+    EXPECT_EQ(run("check @set @methods --jobs 2"), 1);
+    EXPECT_THAT(out, HasSubstr("error: cycle COUNT: its parameter 'Number;3;1;20000000000' cannot be used"));
+    EXPECT_EQ(out.find("[catalogue-fault]"), out.rfind("[catalogue-fault]"));
+    EXPECT_THAT(out, HasSubstr("; 1 fault of the catalogue\n"));
+    EXPECT_THAT(out, testing::Not(HasSubstr("value-surplus")));
+    const auto place = out.substr(0, out.find(": error:"));
+    const auto column = std::stoul(place.substr(place.rfind(':') + 1));
+    const auto line = std::stoul(place.substr(place.find(':') + 1));
+    EXPECT_THAT(place, testing::StartsWith("set/macros.xml:"));
+    EXPECT_THAT(lines.at(line - 1).substr(column - 1), testing::MatchesRegex("<[^>]*>Number;3;1;20000000000.*"));
+    run("check @set --json @methods --jobs 2");
+    EXPECT_EQ(text::split(out, "\n").size(), 5U) << "one line of the catalogue, one of each method";
+    EXPECT_EQ(run("update @set @methods/1.xml"), 1) << "what cannot be checked is not written";
+    EXPECT_EQ(run("edit @set --script - @methods/1.xml", "delete 2"), 2);
+    EXPECT_EQ(run("show @set @methods/1.xml"), 0);
+    EXPECT_THAT(out, HasSubstr("3  ! cannot be checked: the catalogue's cycle is at fault\n"));
+    run("catalogue macros COUNT @set");
+    EXPECT_THAT(out, HasSubstr("! its parameter 'Number;3;1;20000000000' cannot be used"));
 }
 
 TEST_F(CheckTest, EveryCodeIsDocumented) {

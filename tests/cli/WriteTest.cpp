@@ -87,7 +87,7 @@ TEST_F(WriteTest, UpdateKeepsValuesByNameAndSigns) {
               "  added         step 1 WASH, Speed = '4'\n"
               "  dropped       step 1 WASH, Hold Time, was '30'\n"
               "  error    step 1 WASH, Volume: '5' is out of range: 1 to 4  [value-out-of-range]\n"
-              "           fix: use a value in the range or a configured name\n");
+              "           fix: set a value in the range or a configured name with: vrnmethod edit\n");
     EXPECT_THAT(steps("m.xml"), ElementsAre("WASH(5,W2,30)", "COUNT(7)"));
     EXPECT_EQ(run("update @set @m.xml"), 1);
     EXPECT_THAT(steps("m.xml"), ElementsAre("WASH(4,W2,5)", "COUNT(7)"));
@@ -102,10 +102,11 @@ TEST_F(WriteTest, UpdateLosesNothing) {
     writeSet("2021");
     write("set/macros.xml", text::replacedAll(read("set/macros.xml"), ">NOTE<", ">REMARK<"));
     EXPECT_EQ(run("update @set @m.xml"), 1);
-    EXPECT_EQ(out,
-              "m.xml: not written: something would be lost\n"
-              "  error    step 2 NOTE: the catalogue has no cycle 'NOTE'  [cycle-unknown]\n"
-              "           fix: put the cycle back into the catalogue, or replace the step\n");
+    EXPECT_EQ(
+        out,
+        "m.xml: not written: something would be lost\n"
+        "  error    step 2 NOTE: the catalogue has no cycle 'NOTE'  [cycle-unknown]\n"
+        "           fix: put the cycle back into the catalogue, or replace or delete the step with: vrnmethod edit\n");
     write("changed.xml", text::replacedAll(text("m.xml"), "NOTE(x)", "NOTE(y)"));
     EXPECT_EQ(run("update @set --json @changed.xml"), 1);
     EXPECT_THAT(out, HasSubstr(R"("status":"refused","message":"its signature does not match")"));

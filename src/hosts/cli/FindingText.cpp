@@ -66,8 +66,9 @@ std::string findingText(const std::string& file, const std::vector<Finding>& fin
         const auto place = position.line == 0
                                ? std::string()
                                : ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
-        out += style.bold(displayName(file) + place + ":") + " " + coloured(finding.kind->severity, style) + ": " +
-               messageText(finding, style) + fixText(finding, 4, style);
+        out += style.bold(displayName(finding.file.empty() ? file : finding.file) + place + ":") + " " +
+               coloured(finding.kind->severity, style) + ": " + messageText(finding, style) +
+               fixText(finding, 4, style);
     }
     return out;
 }
@@ -83,6 +84,9 @@ std::string findingList(const std::vector<Finding>& findings, const Style& style
 
 Json findingJson(const Finding& finding) {
     Json json = {{"code", finding.kind->code}, {"severity", severityName(finding.kind->severity)}};
+    if (!finding.file.empty()) {
+        json["file"] = displayName(finding.file);
+    }
     if (finding.position.line > 0) {
         json["line"] = finding.position.line;
         json["column"] = finding.position.column;
@@ -113,7 +117,7 @@ Json findingsJson(const std::vector<Finding>& findings) {
 
 std::string sarifResult(const std::string& path, const Finding& finding) {
     const auto place = placeOf(finding);
-    auto location = sarifLocation(path, finding.position);
+    auto location = sarifLocation(finding.file.empty() ? path : finding.file, finding.position);
     if (!place.empty()) {
         location["logicalLocations"] = Json::array({{{"fullyQualifiedName", place}}});
     }

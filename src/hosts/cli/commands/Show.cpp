@@ -58,8 +58,13 @@ class Page {
             addStep(i + 1, inspection_->steps[i]);
         }
         for (const auto* const finding : remarks_) {
-            if (finding->kind->code == "cycle-outdated") {
-                out_ += "\n  " + style_.yellow("! " + placeOf(*finding) + ": " + printable(finding->message)) + "\n";
+            const auto code = finding->kind->code;
+            if (code == "cycle-outdated" || code.ends_with("-differ") || concernsCatalogue(*finding)) {
+                const auto place = placeOf(*finding);
+                out_ +=
+                    "\n  " +
+                    style_.yellow("! " + (place.empty() ? "" : printable(place) + ": ") + printable(finding->message)) +
+                    "\n";
             }
         }
         return out_;
@@ -89,6 +94,9 @@ class Page {
         for (const auto* const parameter : step.missing) {
             table.add(
                 {printable(parameter->row.name), "", printable(parameter->unit), style_.yellow("! has no value")});
+        }
+        for (const auto& value : step.unchecked) {
+            table.add({"", printable(value), "", style_.red("! cannot be checked: the catalogue's cycle is at fault")});
         }
         for (const auto& value : step.surplus) {
             table.add({"", printable(value), "", style_.yellow("! no parameter is for it")});
@@ -128,6 +136,9 @@ Json stepJson(std::size_t number, const method::InspectedStep& step) {
         Json missing = {{"name", parameter->row.name}, {"value", nullptr}};
         addLimits(missing, *parameter);
         json["parameters"].push_back(std::move(missing));
+    }
+    if (!step.unchecked.empty()) {
+        json["unchecked"] = step.unchecked;
     }
     if (!step.surplus.empty()) {
         json["surplus"] = step.surplus;
