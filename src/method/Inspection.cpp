@@ -27,13 +27,13 @@ std::vector<std::string> cyclesOf(const std::vector<InspectedStep>& steps) {
     std::vector<std::string> names;
     for (const auto& step : steps) {
         if (seen.insert(step.macro).second) {
-            names.push_back(step.macro);
+            names.emplace_back(step.macro);
         }
     }
     return text::split(text::join(names, ";"), ";");
 }
 
-bool isReference(const std::string& value) { return value.starts_with("SL."); }
+bool isReference(std::string_view value) { return value.starts_with("SL."); }
 
 // The references among each step's values: all that names are looked for in.
 std::vector<MethodMacroEntry> referencesIn(const std::vector<InspectedStep>& steps) {
@@ -42,28 +42,39 @@ std::vector<MethodMacroEntry> referencesIn(const std::vector<InspectedStep>& ste
         std::vector<std::string> references;
         for (const auto& value : step.values) {
             if (isReference(value.value)) {
-                references.push_back(value.value);
+                references.emplace_back(value.value);
             }
         }
         for (const auto* const others : {&step.surplus, &step.unchecked}) {
-            std::copy_if(others->begin(), others->end(), std::back_inserter(references), isReference);
+            for (const auto& value : *others) {
+                if (isReference(value)) {
+                    references.emplace_back(value);
+                }
+            }
         }
-        entries.push_back({step.macro, std::move(references)});
+        entries.push_back({std::string(step.macro), std::move(references)});
     }
     return entries;
 }
 
-bool isAmong(const std::vector<std::string>& names, const std::string& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+// The values between a step's parentheses.
+std::vector<std::string_view> valuesOf(std::string_view text, const StepParentheses& at) {
+    std::vector<std::string_view> values;
+    auto rest = text.substr(at.open + 1, at.close - at.open - 1);
+    if (rest.empty()) {
+        return values;
+    }
+    values.reserve(static_cast<std::size_t>(std::count(rest.begin(), rest.end(), ',')) + 1);
+    for (auto comma = rest.find(','); comma != std::string_view::npos; comma = rest.find(',')) {
+        values.push_back(rest.substr(0, comma));
+        rest.remove_prefix(comma + 1);
+    }
+    values.push_back(rest);
+    return values;
 }
 
-bool usesNames(const std::vector<InspectedStep>& steps) {
-    return std::any_of(steps.begin(), steps.end(), [](const InspectedStep& step) {
-        return std::any_of(step.values.begin(), step.values.end(),
-                           [](const InspectedValue& value) { return isReference(value.value); }) ||
-               std::any_of(step.surplus.begin(), step.surplus.end(), isReference) ||
-               std::any_of(step.unchecked.begin(), step.unchecked.end(), isReference);
-    });
+bool isAmong(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 void addFault(Inspection& inspection, const CatalogueFault& fault) {
@@ -122,13 +133,14 @@ Inspector::Resolved Inspector::resolve(const std::string& macro, const xml::Node
     return resolved;
 }
 
-const Inspector::Resolved* Inspector::resolved(const std::string& macro) {
-    std::pair key(state_->cboSyringe.listIndex(), macro);
-    if (const auto known = resolved_.find(key); known != resolved_.end()) {
-        return &known->second;
+const Inspector::Resolved* Inspector::resolved(std::string_view macro) {
+    auto& known = resolved_[state_->cboSyringe.listIndex()];
+    if (const auto found = known.find(macro); found != known.end()) {
+        return &found->second;
     }
-    const auto node = state_->xmlValues->macros(state_->domMacros).find(macro);
-    return node ? &resolved_.emplace(std::move(key), resolve(macro, node)).first->second : nullptr;
+    const std::string name(macro);
+    const auto node = state_->xmlValues->macros(state_->domMacros).find(name);
+    return node ? &known.emplace(name, resolve(name, node)).first->second : nullptr;
 }
 
 const std::vector<catalogue::Parameter>* Inspector::parameters(const std::string& macro) {
@@ -141,26 +153,22 @@ const CatalogueFault* Inspector::faultOf(const std::string& macro) {
     return found == nullptr || !found->fault ? nullptr : &*found->fault;
 }
 
-InspectedStep Inspector::inspectStep(const std::string& text, Inspection& inspection) {
+InspectedStep Inspector::inspectStep(std::string_view text, Inspection& inspection) {
     InspectedStep step;
     step.text = text;
-    MethodMacroEntry entry;
-    try {
-        entry = stepOf(text);
-    } catch (const errors::Error&) {
-        step.readable = false;
+    const auto parentheses = parenthesesOf(text);
+    step.readable = parentheses.has_value();
+    if (!step.readable) {
         return step;
     }
-    step.macro = std::move(entry.MacroName);
+    step.macro = text.substr(0, parentheses->open);
     const auto* const found = resolved(step.macro);
     step.known = found != nullptr;
     if (!step.known) {
         return step;
     }
-    std::vector<std::string> values;
-    if (entry.MacroValues) {
-        values = std::move(*entry.MacroValues);
-    }
+    auto values = valuesOf(text, *parentheses);
+    usesNames_ = usesNames_ || std::any_of(values.begin(), values.end(), isReference);
     if (found->fault) {
         step.unchecked = std::move(values);
         addFault(inspection, *found->fault);
@@ -170,11 +178,9 @@ InspectedStep Inspector::inspectStep(const std::string& text, Inspection& inspec
     const auto both = std::min(values.size(), parameters.size());
     step.values.reserve(both);
     for (std::size_t i = 0; i < both; ++i) {
-        const auto status = catalogue::valueStatus(*state_, parameters[i], values[i]);
-        step.values.push_back({&parameters[i], std::move(values[i]), status});
+        step.values.push_back({&parameters[i], values[i], catalogue::valueStatus(*state_, parameters[i], values[i])});
     }
-    step.surplus.assign(std::move_iterator(values.begin() + static_cast<std::ptrdiff_t>(both)),
-                        std::move_iterator(values.end()));
+    step.surplus.assign(values.begin() + static_cast<std::ptrdiff_t>(both), values.end());
     for (auto i = both; i < parameters.size(); ++i) {
         step.missing.push_back(&parameters[i]);
     }
@@ -200,8 +206,7 @@ void Inspector::compareRecorded(Inspection& inspection, const xml::Document& met
         return own != nullptr && own->atoms == recorded.atoms;
     });
     const std::vector<NamedArgument> noConfiguration(1);
-    const bool isPlain =
-        !usesNames(inspection.steps) && recorded.configuration == noConfiguration && recorded.arguments.empty();
+    const bool isPlain = !usesNames_ && recorded.configuration == noConfiguration && recorded.arguments.empty();
     const bool atomsUseNames = std::any_of(recorded.atoms.begin(), recorded.atoms.end(),
                                            [](const std::string& atom) { return text::contains(atom, "SL."); });
     if (isPlain && !atomsUseNames) {
@@ -222,6 +227,7 @@ Inspection Inspector::inspect(const xml::Document& method) {
     const auto index = syringe ? state_->cboSyringe.indexOf(*syringe) : controls::noSelection;
     inspection.syringeKnown = index != controls::noSelection;
     state_->cboSyringe.setListIndex(index);
+    usesNames_ = false;
     inspection.steps.reserve(inspection.content.steps.size());
     for (const auto& text : inspection.content.steps) {
         inspection.steps.push_back(inspectStep(text, inspection));

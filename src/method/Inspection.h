@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/ValueStatus.h"
@@ -16,19 +16,20 @@ namespace vrn::method {
 
 struct InspectedValue {
     const catalogue::Parameter* parameter = nullptr;  ///< lives as long as the inspector
-    std::string value;
+    std::string_view value;
     catalogue::ValueStatus status = catalogue::ValueStatus::Valid;
 };
 
+/// All texts are pieces of the method's content in the same inspection.
 struct InspectedStep {
-    std::string text;
-    std::string macro;                                 ///< empty when the text is no step
+    std::string_view text;
+    std::string_view macro;                            ///< empty when the text is no step
     bool readable = true;                              ///< whether the text is a step at all
     bool known = true;                                 ///< whether the catalogue has its cycle
     std::vector<InspectedValue> values;                ///< those that the cycle has a parameter for
-    std::vector<std::string> surplus;                  ///< values after the last parameter
+    std::vector<std::string_view> surplus;             ///< values after the last parameter
     std::vector<const catalogue::Parameter*> missing;  ///< parameters after the last value
-    std::vector<std::string> unchecked;                ///< all values, when the catalogue's cycle is at fault
+    std::vector<std::string_view> unchecked;           ///< all values, when the catalogue's cycle is at fault
 };
 
 /// A cycle whose parameters the catalogue does not say in a form that can be used.
@@ -51,6 +52,13 @@ struct CycleComparison {
 };
 
 struct Inspection {
+    Inspection() = default;
+    Inspection(Inspection&&) = default;
+    Inspection& operator=(Inspection&&) = default;
+    Inspection(const Inspection&) = delete;  // the copy's steps would be pieces of the original
+    Inspection& operator=(const Inspection&) = delete;
+    ~Inspection() = default;
+
     VerificationResult verification;
     MethodContent content;
     bool syringeKnown = false;
@@ -91,17 +99,20 @@ class Inspector {
         std::vector<std::string> definitions;
         std::vector<std::string> atoms;
     };
-    [[nodiscard]] const Resolved* resolved(const std::string& macro);
+    [[nodiscard]] const Resolved* resolved(std::string_view macro);
     [[nodiscard]] Resolved resolve(const std::string& macro, const xml::Node& node);
-    [[nodiscard]] InspectedStep inspectStep(const std::string& text, Inspection& inspection);
+    [[nodiscard]] InspectedStep inspectStep(std::string_view text, Inspection& inspection);
     [[nodiscard]] CycleComparison compareCycle(const xml::Document& method, const EmbeddedCycle& cycle, bool isFirst);
     void compareRecorded(Inspection& inspection, const xml::Document& method);
     /// What the catalogue says of a cycle; null when it does not have it.
     [[nodiscard]] const Cycle* cycle(const std::string& macro);
 
+    using ByCycle = std::map<std::string, Resolved, std::less<>>;
+
     EditorState* state_;
     /// Resolving a cycle's parameters costs more than all else: done once for each syringe.
-    std::map<std::pair<int, std::string>, Resolved> resolved_;
+    std::map<int, ByCycle> resolved_;
+    bool usesNames_ = false;  ///< of the method at hand
     std::map<std::string, Cycle> cycles_;
 };
 

@@ -78,12 +78,21 @@ std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method
     return elements;
 }
 
-MethodMacroEntry stepOf(const std::string& text) {
+std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept {
     const auto open = text.find('(');
     const auto close = text.find(')');
-    if (open == std::string::npos || close == std::string::npos || close < open) {
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+        return std::nullopt;
+    }
+    return StepParentheses{open, close};
+}
+
+MethodMacroEntry stepOf(const std::string& text) {
+    const auto parentheses = parenthesesOf(text);
+    if (!parentheses) {
         errors::throwInvalidProcedureCall();
     }
+    const auto [open, close] = *parentheses;
     MethodMacroEntry entry;
     entry.MacroName = text.substr(0, open);
     if (auto values = text::split(std::string_view(text).substr(open + 1, close - open - 1), ","); !values.empty()) {

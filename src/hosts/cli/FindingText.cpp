@@ -55,8 +55,6 @@ Json sarifRules() {
     return rules;
 }
 
-std::string dumped(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
-
 }  // namespace
 
 std::string findingText(const std::string& file, const std::vector<Finding>& findings, const Style& style) {
@@ -123,23 +121,23 @@ std::string sarifResult(const std::string& path, const Finding& finding) {
     }
     Json message = (place.empty() ? "" : place + ": ") + finding.message +
                    (finding.fix.empty() ? "" : ". To mend it, " + finding.fix);
-    return dumped({{"ruleId", finding.kind->code},
-                   {"level", severityName(finding.kind->severity)},
-                   {"message", {{"text", std::move(message)}}},
-                   {"locations", Json::array({std::move(location)})}});
+    return jsonText({{"ruleId", finding.kind->code},
+                     {"level", severityName(finding.kind->severity)},
+                     {"message", {{"text", std::move(message)}}},
+                     {"locations", Json::array({std::move(location)})}});
 }
 
 std::string sarifFault(const std::string& path, const std::string& what) {
-    return dumped({{"ruleId", faultCode},
-                   {"level", "error"},
-                   {"message", {{"text", what}}},
-                   {"locations", Json::array({sarifLocation(path)})}});
+    return jsonText({{"ruleId", faultCode},
+                     {"level", "error"},
+                     {"message", {{"text", what}}},
+                     {"locations", Json::array({sarifLocation(path)})}});
 }
 
 std::string sarifDocument(const std::string& results) {
     const Json driver = {{"name", "vrnmethod"}, {"version", errors::versionText()}, {"rules", sarifRules()}};
     return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"columnKind":"utf16CodeUnits","tool":{"driver":)" +
-           dumped(driver) + R"(},"results":[)" + results + "]}]}\n";
+           jsonText(driver) + R"(},"results":[)" + results + "]}]}\n";
 }
 
 }  // namespace vrn::cli

@@ -46,7 +46,8 @@ const FindingKind& kindOf(std::string_view code) {
 }
 
 // Lists of the instrument can be long; the first few show what is meant.
-std::string shortened(const std::vector<std::string>& items) {
+template <typename Text>
+std::string shortened(const std::vector<Text>& items) {
     constexpr std::size_t most = 8;
     std::vector<std::string> first(items.begin(),
                                    items.begin() + static_cast<std::ptrdiff_t>(std::min(items.size(), most)));
@@ -138,12 +139,12 @@ class Collector {
 
     void addStep(std::size_t number, const method::InspectedStep& step) {
         if (!step.readable) {
-            addAt(number, step, "step-malformed", "'" + step.text + "' is not a cycle with its values in parentheses",
-                  replaceOrDelete);
+            addAt(number, step, "step-malformed",
+                  "'" + std::string(step.text) + "' is not a cycle with its values in parentheses", replaceOrDelete);
             return;
         }
         if (!step.known) {
-            addAt(number, step, "cycle-unknown", "the catalogue has no cycle '" + step.macro + "'",
+            addAt(number, step, "cycle-unknown", "the catalogue has no cycle '" + std::string(step.macro) + "'",
                   std::string("put the cycle back into the catalogue, or ") + replaceOrDelete);
             return;
         }
@@ -193,9 +194,9 @@ class Collector {
                 fix = "define the name in the configuration, or set another value with: vrnmethod edit";
                 break;
         }
-        auto& finding =
-            addAt(number, step, code, "'" + value.value + "' " + catalogue::statusText(parameter, value.status),
-                  std::move(fix));
+        auto& finding = addAt(number, step, code,
+                              "'" + std::string(value.value) + "' " + catalogue::statusText(parameter, value.status),
+                              std::move(fix));
         finding.parameter = parameter.row.name;
         finding.value = value.value;
     }

@@ -45,8 +45,8 @@ class Repair {
     [[nodiscard]] std::string unreadStep() const {
         const auto found = std::find_if_not(steps_.begin(), steps_.end(), canBeRead);
         return "step " + std::to_string(found - steps_.begin() + 1) +
-               (found->readable ? ": the catalogue has no cycle '" + found->macro + "'"
-                                : ": '" + found->text + "' is not a cycle with its values in parentheses");
+               (found->readable ? ": the catalogue has no cycle '" + std::string(found->macro) + "'"
+                                : ": '" + std::string(found->text) + "' is not a cycle with its values in parentheses");
     }
 
     [[noreturn]] void fail(const EditCommand& command, const std::string& what) const {

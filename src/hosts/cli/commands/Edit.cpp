@@ -40,7 +40,8 @@ class Editing {
         const auto commands = parseEditScript(arguments_->script, readFile(arguments_->script, *console_));
         const auto method = readXmlFile(arguments_->method, *console_, "Method");
         auto& engine = checker_.engine();
-        const auto repair = repaired(engine, method, editable(method), arguments_->script, commands);
+        const auto inspection = editable(method);
+        const auto repair = repaired(engine, method, inspection, arguments_->script, commands);
         engine.load(repair ? repair->text : method.text);
         ScriptedUser(engine, arguments_->script).carryOut(repair ? repair->commands : commands);
         const auto audit = auditTrail(repair ? &method : nullptr);
