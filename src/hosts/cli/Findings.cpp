@@ -258,8 +258,8 @@ class Collector {
                 finding.fix.clear();  // no command writes it
             } else if (isOld && concernsSignature(finding)) {
                 finding.fix = "find an intact copy: methods of older versions are not signed any more";
-            } else if (isOld && !isIntact && code == "version-old") {
-                finding.fix = "find an intact copy, then: vrnmethod convert";
+            } else if (isOld && !isIntact) {
+                finding.fix = code == "version-old" ? "find an intact copy, then: vrnmethod convert" : "";
             } else if (!inspection_->catalogueFaults.empty() && finding.fix == writeAnew) {
                 finding.fix = "mend the catalogue first";
             } else if (isOld && finding.fix == writeAnew) {
