@@ -46,7 +46,8 @@ struct TreeDifference {
     std::optional<std::string> after;
 };
 
-/// All that differs between two documents, in their order. Takes time linear to documents that are nearly alike.
+/// All that differs between two documents; below each element first what became something else, then what is gone, new or elsewhere.
+/// Takes time linear to documents that are nearly alike.
 [[nodiscard]] std::vector<TreeDifference> treeDifferences(const Tree& before, const Tree& after);
 
 }  // namespace vrn::xml
