@@ -134,7 +134,8 @@ void addSign(CLI::App& tool, Session& session) {
     addMethodOptions(command, arguments->methods);
     addSetOptions(command, arguments->set);
     addWriteOptions(command, arguments->write);
-    command.flag("-f,--force", arguments->force, "Sign whatever check has to say; no document set is needed then");
+    command.flag("-f,--force", arguments->force,
+                 "Sign whatever check finds, anew where a signature does not match; no document set is needed then");
     command.footer(
         "Methods of version 04 without a signature get one, intact ones stay untouched. What check calls an error\n"
         "is not signed, nor is a method whose signature does not match: look at what was changed with diff against\n"
