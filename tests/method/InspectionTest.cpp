@@ -30,7 +30,8 @@ class InspectionTest : public SmallSetTest {
 };
 
 TEST_F(InspectionTest, StepsWithWhatIsTooMuchAndTooLittle) {
-    const auto steps = inspect(methodText({"WASH(5,W1)", "COUNT(99,x,y)", "GONE(1)", "no step"})).steps;
+    const auto inspection = inspect(methodText({"WASH(5,W1)", "COUNT(99,x,y)", "GONE(1)", "no step"}));
+    const auto& steps = inspection.steps;
     ASSERT_EQ(steps.size(), 4U);
     EXPECT_THAT(steps[0].values, testing::SizeIs(2));
     ASSERT_THAT(steps[0].missing, testing::SizeIs(1));
