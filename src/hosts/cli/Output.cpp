@@ -1,6 +1,7 @@
 #include "hosts/cli/Output.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "text/Unicode.h"
 
@@ -85,6 +86,7 @@ std::string printable(std::string_view text) {
 std::string Table::text() const {
     std::vector<std::size_t> own;  // of each cell
     std::vector<std::size_t> widths;
+    own.reserve(rows_.empty() ? 0 : rows_.size() * rows_.front().size());
     for (const auto& row : rows_) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -93,18 +95,21 @@ std::string Table::text() const {
         }
     }
     std::string out;
+    out.reserve(2 * std::accumulate(own.begin(), own.end(), rows_.size() * (indent_.size() + columnGap)));
     auto width = own.cbegin();
     for (const auto& row : rows_) {
-        const auto begin = out.size();
         out += indent_;
+        std::size_t blanks = 0;  // that stand before the next cell, if one comes
         for (std::size_t i = 0; i < row.size(); ++i, ++width) {
-            // A column that no row has anything in takes no room.
-            if (widths[i] > 0) {
+            if (!row[i].empty()) {
+                out.append(blanks, ' ');
                 out += row[i];
-                out.append(widths[i] - *width + columnGap, ' ');
+                blanks = 0;
             }
+            // A column that no row has anything in takes no room.
+            blanks += widths[i] > 0 ? widths[i] - *width + columnGap : 0;
         }
-        while (out.size() > begin && out.back() == ' ') {
+        while (!out.empty() && out.back() == ' ') {
             out.pop_back();
         }
         out += '\n';
