@@ -2,9 +2,15 @@
 
 #include <algorithm>
 #include <map>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
+#include "method/MethodContent.h"
+#include "services/SignatureProfile.h"
+#include "text/Alignment.h"
 #include "text/Lists.h"
+#include "xml/Tree.h"
 
 namespace vrn::audit {
 
@@ -21,7 +27,9 @@ struct Step {
     std::vector<NamedValue> values;
 };
 
-Step stepFrom(const method::MethodContent& content, const std::string& text) {
+using NamesByCycle = std::unordered_map<std::string, std::vector<std::string>>;
+
+Step stepFrom(const NamesByCycle& cycles, const std::string& text) {
     Step step{text, text, {}};
     method::MethodMacroEntry entry;
     try {
@@ -30,9 +38,10 @@ Step stepFrom(const method::MethodContent& content, const std::string& text) {
         return step;  // no step by its form: told as it stands
     }
     step.cycle = entry.MacroName;
-    const auto* const cycle = method::findCycle(content.cycles, entry.MacroName);
-    const auto names = cycle != nullptr ? method::parameterNames(cycle->definitions) : std::vector<std::string>();
-    std::map<std::string, int> seen;
+    static const std::vector<std::string> none;
+    const auto cycle = cycles.find(entry.MacroName);
+    const auto& names = cycle != cycles.end() ? cycle->second : none;
+    std::unordered_map<std::string, int> seen;
     const auto values = entry.MacroValues.value_or(std::vector<std::string>());
     for (std::size_t i = 0; i < values.size(); ++i) {
         auto name = i < names.size() ? names[i] : "value " + std::to_string(i + 1);
@@ -46,107 +55,42 @@ Step stepFrom(const method::MethodContent& content, const std::string& text) {
 }
 
 std::vector<Step> stepsOf(const method::MethodContent& content) {
+    NamesByCycle names;
+    for (const auto& cycle : content.cycles) {
+        names.try_emplace(cycle.name, method::parameterNames(cycle.definitions));
+    }
     std::vector<Step> steps;
     for (const auto& text : content.steps) {
-        steps.push_back(stepFrom(content, text));
+        steps.push_back(stepFrom(names, text));
     }
     return steps;
 }
 
-// Which steps of both go together: pairs of positions, both rising. The longest way through the table of all pairs, where a
-// pair of equal steps counts more than one of the same cycle.
-class Alignment {
-  public:
-    Alignment(const std::vector<Step>& before, const std::vector<Step>& after) : before_(&before), after_(&after) {
-        const auto shorter = std::min(before.size(), after.size());
-        while (head_ < shorter && before[head_].text == after[head_].text) {
-            ++head_;
-        }
-        while (tail_ < shorter - head_ &&
-               before[before.size() - 1 - tail_].text == after[after.size() - 1 - tail_].text) {
-            ++tail_;
-        }
-        rows_ = before.size() - head_ - tail_;
-        columns_ = after.size() - head_ - tail_;
-    }
-
-    // The middle's pairs; what stands before and behind it is equal.
-    std::vector<std::pair<std::size_t, std::size_t>> pairs() {
-        std::vector<std::pair<std::size_t, std::size_t>> found;
-        // No instrument runs so many steps, and the table would take the machine's memory: nothing goes together then.
-        constexpr std::size_t largestTable = std::size_t{1} << 25U;
-        if (columns_ > 0 && rows_ > largestTable / columns_) {
-            return found;
-        }
-        fill();
-        std::size_t i = 0;
-        std::size_t j = 0;
-        while (i < rows_ && j < columns_) {
-            const auto own = weight(i, j);
-            if (own > 0 && at(i, j) == own + at(i + 1, j + 1)) {
-                found.emplace_back(head_ + i++, head_ + j++);
-            } else if (at(i + 1, j) >= at(i, j + 1)) {
-                ++i;
-            } else {
-                ++j;
-            }
-        }
-        return found;
-    }
-
-    [[nodiscard]] std::size_t head() const { return head_; }
-    [[nodiscard]] std::size_t endBefore() const { return head_ + rows_; }
-    [[nodiscard]] std::size_t endAfter() const { return head_ + columns_; }
-
-  private:
-    [[nodiscard]] std::uint32_t weight(std::size_t i, std::size_t j) const {
-        const auto& a = (*before_)[head_ + i];
-        const auto& b = (*after_)[head_ + j];
-        if (a.text == b.text) {
-            return 3;
-        }
-        return a.cycle == b.cycle ? 2 : 0;
-    }
-    std::uint32_t& at(std::size_t i, std::size_t j) { return best_[i * (columns_ + 1) + j]; }
-    void fill() {
-        best_.assign((rows_ + 1) * (columns_ + 1), 0);
-        for (auto i = rows_; i-- > 0;) {
-            for (auto j = columns_; j-- > 0;) {
-                const auto own = weight(i, j);
-                at(i, j) = std::max({at(i + 1, j), at(i, j + 1), own > 0 ? own + at(i + 1, j + 1) : 0});
-            }
-        }
-    }
-
-    const std::vector<Step>* before_;
-    const std::vector<Step>* after_;
-    std::size_t head_ = 0;
-    std::size_t tail_ = 0;
-    std::size_t rows_ = 0;
-    std::size_t columns_ = 0;
-    std::vector<std::uint32_t> best_;
-};
-
-const NamedValue* find(const std::vector<NamedValue>& values, const std::string& name) {
-    const auto found =
-        std::find_if(values.begin(), values.end(), [&](const auto& value) { return value.name == name; });
-    return found == values.end() ? nullptr : &*found;
-}
-
 std::vector<Difference> valueDifferences(const Step& before, const Step& after) {
+    std::unordered_map<std::string_view, const std::string*> now;
+    for (const auto& value : after.values) {
+        now.emplace(value.name, &value.value);
+    }
     std::vector<Difference> differences;
     for (const auto& old : before.values) {
-        const auto* const now = find(after.values, old.name);
-        if (now == nullptr) {
+        const auto found = now.find(old.name);
+        if (found == now.end()) {
             differences.push_back({old.name, old.value, std::nullopt});
-        } else if (now->value != old.value) {
-            differences.push_back({old.name, old.value, now->value});
+            continue;
+        }
+        if (*found->second != old.value) {
+            differences.push_back({old.name, old.value, *found->second});
+        }
+        now.erase(found);
+    }
+    for (const auto& value : after.values) {
+        if (now.contains(value.name)) {
+            differences.push_back({value.name, std::nullopt, value.value});
         }
     }
-    for (const auto& now : after.values) {
-        if (find(before.values, now.name) == nullptr) {
-            differences.push_back({now.name, std::nullopt, now.value});
-        }
+    // Equal values in texts that are not: what differs stands outside of the parentheses.
+    if (differences.empty()) {
+        differences.push_back({"text", before.text, after.text});
     }
     return differences;
 }
@@ -167,13 +111,24 @@ StepDifference added(const std::vector<Step>& steps, std::size_t position) {
     return difference;
 }
 
+std::vector<text::Alignable> alignables(const std::vector<Step>& steps, text::Numbering& texts,
+                                        text::Numbering& cycles) {
+    std::vector<text::Alignable> items;
+    items.reserve(steps.size());
+    for (const auto& step : steps) {
+        items.push_back({texts.of(step.text), cycles.of(step.cycle)});
+    }
+    return items;
+}
+
 std::vector<StepDifference> stepDifferences(const std::vector<Step>& before, const std::vector<Step>& after) {
-    Alignment alignment(before, after);
-    auto pairs = alignment.pairs();
-    pairs.emplace_back(alignment.endBefore(), alignment.endAfter());
+    text::Numbering texts;
+    text::Numbering cycles;
+    auto pairs = text::alignment(alignables(before, texts, cycles), alignables(after, texts, cycles));
+    pairs.emplace_back(before.size(), after.size());
     std::vector<StepDifference> differences;
-    auto i = alignment.head();
-    auto j = i;
+    std::size_t i = 0;
+    std::size_t j = 0;
     for (const auto& [nextBefore, nextAfter] : pairs) {
         for (; i < nextBefore; ++i) {
             differences.push_back(removed(before, i));
@@ -181,7 +136,7 @@ std::vector<StepDifference> stepDifferences(const std::vector<Step>& before, con
         for (; j < nextAfter; ++j) {
             differences.push_back(added(after, j));
         }
-        if (i < alignment.endBefore() && before[i].text != after[j].text) {
+        if (i < before.size() && before[i].text != after[j].text) {
             differences.push_back({i + 1, j + 1, after[j].cycle, valueDifferences(before[i], after[j])});
         }
         ++i;
@@ -201,21 +156,53 @@ std::optional<std::string> textOrNone(const std::string& text) {
     return text.empty() ? std::nullopt : std::optional(text);
 }
 
+// Cycles by name; of several with one name in a method, by which of them it is.
+using CyclesByName = std::map<std::pair<std::string, int>, const method::EmbeddedCycle*>;
+
+CyclesByName byName(const std::vector<method::EmbeddedCycle>& cycles) {
+    std::map<std::string, int> seen;
+    CyclesByName found;
+    for (const auto& cycle : cycles) {
+        found.emplace(std::pair(cycle.name, ++seen[cycle.name]), &cycle);
+    }
+    return found;
+}
+
+// The names of those cycles, in order, that the other method has too.
+std::string commonOrder(const std::vector<method::EmbeddedCycle>& cycles, const CyclesByName& others) {
+    std::map<std::string, int> seen;
+    std::vector<std::string> names;
+    for (const auto& cycle : cycles) {
+        if (others.contains({cycle.name, ++seen[cycle.name]})) {
+            names.push_back(cycle.name);
+        }
+    }
+    return text::join(names, ", ");
+}
+
+std::string definitionsOf(const method::EmbeddedCycle& cycle) { return text::join(cycle.definitions, "\n"); }
+
 std::vector<Difference> cycleDifferences(const method::MethodContent& before, const method::MethodContent& after) {
     std::vector<Difference> differences;
     const bool sameFirst =
         !before.cycles.empty() && !after.cycles.empty() && before.cycles.front().name == after.cycles.front().name;
-    if (sameFirst) {
-        addIfDifferent(differences, before.cycles.front().name + ": date", textOrNone(before.timestamp),
-                       textOrNone(after.timestamp));
-    }
-    for (const auto& cycle : before.cycles) {
-        const auto* const now = method::findCycle(after.cycles, cycle.name);
-        if (now != nullptr && now->definitions != cycle.definitions) {
-            addIfDifferent(differences, cycle.name + ": parameters", text::join(cycle.definitions, "\n"),
-                           text::join(now->definitions, "\n"));
+    addIfDifferent(differences, sameFirst ? before.cycles.front().name + ": date" : "date",
+                   textOrNone(before.timestamp), textOrNone(after.timestamp));
+    const auto old = byName(before.cycles);
+    const auto now = byName(after.cycles);
+    for (const auto& [key, cycle] : old) {
+        if (const auto found = now.find(key); found == now.end()) {
+            differences.push_back({key.first, definitionsOf(*cycle), std::nullopt});
+        } else if (found->second->definitions != cycle->definitions) {
+            differences.push_back({key.first + ": parameters", definitionsOf(*cycle), definitionsOf(*found->second)});
         }
     }
+    for (const auto& [key, cycle] : now) {
+        if (!old.contains(key)) {
+            differences.push_back({key.first, std::nullopt, definitionsOf(*cycle)});
+        }
+    }
+    addIfDifferent(differences, "order", commonOrder(before.cycles, now), commonOrder(after.cycles, old));
     return differences;
 }
 
@@ -226,15 +213,148 @@ std::string plainDescription(const std::string& description) {
     return text;
 }
 
+// What is left of a method's document when all that is told by name is taken out. Only what was told in full goes: a step with an
+// attribute, a cycle's name without its brackets, a text with white space at its ends stay.
+class Rest {
+  public:
+    explicit Rest(const xml::Document& method) : tree_(xml::treeOf(method)), root_(tree_.child("Method")) {}
+
+    [[nodiscard]] const xml::Tree& tree() const { return tree_; }
+
+    // The parts that both methods have keep their place.
+    static void takeOutTold(Rest& before, Rest& after, bool isDescriptionTold) {
+        if (before.root_ == nullptr || after.root_ == nullptr) {
+            return;
+        }
+        for (auto* const rest : {&before, &after}) {
+            rest->takeOutSignature();
+            rest->takeOutDate();
+            rest->takeOutSteps();
+            rest->takeOutCycles();
+            if (isDescriptionTold) {
+                rest->takeOutDescription();
+            }
+        }
+        takeOutLeaf(before, after, "", "VERSION");
+        takeOutLeaf(before, after, "Syringe", "SyringeSize");
+        takeOutIfEmptied(before, after, "Syringe");
+        takeOutIfEmptied(before, after, "Description");
+    }
+
+  private:
+    [[nodiscard]] xml::Tree* at(std::string_view first, std::string_view second = {}) {
+        auto* const found = first.empty() ? root_ : root_->child(first);
+        return found == nullptr || second.empty() ? found : found->child(second);
+    }
+
+    // Of either form.
+    static bool isSignature(const xml::Tree& tree) {
+        if (tree.namespaceUri.empty()) {
+            return tree.name == "Signature";
+        }
+        xml::ElementView view;
+        view.localName = std::string_view(tree.name).substr(tree.name.find(':') + 1);
+        view.namespaceUri = tree.namespaceUri;
+        return services::isSignature(view);
+    }
+    void takeOutSignature() { std::erase_if(root_->children, isSignature); }
+    void takeOutDate() {
+        std::erase_if(root_->attributes, [](const xml::TreeAttribute& attribute) {
+            return attribute.name == "LastModifiedTimestamp" && !attribute.value.empty();
+        });
+    }
+    void takeOutSteps() {
+        if (auto* const sequence = at("Macros", "MacroVariable")) {
+            std::erase_if(sequence->children, [](const xml::Tree& step) {
+                return step.name == "MacroValues" && step.isPlainLeaf() && !step.children.empty();
+            });
+        }
+    }
+    void takeOutCycles() {
+        auto* const data = at("Macros", "MacroData");
+        if (data == nullptr) {
+            return;
+        }
+        bool isInCycle = false;  // lines before the first name belong to none
+        std::erase_if(data->children, [&isInCycle](const xml::Tree& node) {
+            const auto text = node.leafText();
+            if (node.name == "MacroName") {
+                isInCycle = true;
+                return node.isPlainLeaf() && text.starts_with("[MACRO ") && text.ends_with("]");
+            }
+            return isInCycle && node.name == "MacroLine" && node.isPlainLeaf();
+        });
+    }
+    void takeOutDescription() {
+        if (auto* const description = at("Description")) {
+            std::erase_if(description->children,
+                          [](const xml::Tree& line) { return line.name == "DescriptionLine" && line.isPlainLeaf(); });
+        }
+    }
+    static void takeOutLeaf(Rest& before, Rest& after, std::string_view parent, std::string_view name) {
+        auto* const old = before.plainLeaf(parent, name);
+        auto* const now = after.plainLeaf(parent, name);
+        if (old != nullptr && now != nullptr) {
+            old->children.clear();
+            now->children.clear();
+        } else if (old != nullptr && !after.has(parent, name)) {
+            before.erase(parent, old);
+        } else if (now != nullptr && !before.has(parent, name)) {
+            after.erase(parent, now);
+        }
+    }
+    [[nodiscard]] bool has(std::string_view parent, std::string_view name) {
+        auto* const tree = at(parent);
+        return tree != nullptr && tree->child(name) != nullptr;
+    }
+    [[nodiscard]] xml::Tree* plainLeaf(std::string_view parent, std::string_view name) {
+        auto* const tree = at(parent);
+        auto* const leaf = tree == nullptr ? nullptr : tree->child(name);
+        return leaf != nullptr && leaf->isPlainLeaf() && !leaf->children.empty() ? leaf : nullptr;
+    }
+    void erase(std::string_view parent, const xml::Tree* child) {
+        std::erase_if(at(parent)->children, [child](const xml::Tree& each) { return &each == child; });
+    }
+    // An element that one method alone has, with nothing in it but what was told.
+    static void takeOutIfEmptied(Rest& before, Rest& after, std::string_view name) {
+        auto* const old = before.at(name);
+        auto* const now = after.at(name);
+        if (old != nullptr && now == nullptr && old->children.empty() && old->attributes.empty()) {
+            before.erase("", old);
+        } else if (now != nullptr && old == nullptr && now->children.empty() && now->attributes.empty()) {
+            after.erase("", now);
+        }
+    }
+
+    xml::Tree tree_;
+    xml::Tree* root_;
+};
+
+std::vector<Difference> restDifferences(const xml::Document& before, const xml::Document& after,
+                                        bool isDescriptionTold) {
+    Rest old(before);
+    Rest now(after);
+    Rest::takeOutTold(old, now, isDescriptionTold);
+    std::vector<Difference> differences;
+    for (auto& each : xml::treeDifferences(old.tree(), now.tree())) {
+        differences.push_back({std::move(each.path), std::move(each.before), std::move(each.after)});
+    }
+    return differences;
+}
+
 }  // namespace
 
-MethodDiff differenceOf(const method::MethodContent& before, const method::MethodContent& after) {
+MethodDiff differenceOf(const xml::Document& before, const xml::Document& after) {
+    const auto old = method::contentOf(before);
+    const auto now = method::contentOf(after);
     MethodDiff diff;
-    addIfDifferent(diff.head, "Version", before.version, after.version);
-    addIfDifferent(diff.head, "Syringe", before.syringe, after.syringe);
-    addIfDifferent(diff.head, "Description", plainDescription(before.description), plainDescription(after.description));
-    diff.steps = stepDifferences(stepsOf(before), stepsOf(after));
-    diff.cycles = cycleDifferences(before, after);
+    addIfDifferent(diff.head, "Version", old.version, now.version);
+    addIfDifferent(diff.head, "Syringe", old.syringe, now.syringe);
+    const auto told = diff.head.size();
+    addIfDifferent(diff.head, "Description", plainDescription(old.description), plainDescription(now.description));
+    diff.steps = stepDifferences(stepsOf(old), stepsOf(now));
+    diff.cycles = cycleDifferences(old, now);
+    diff.rest = restDifferences(before, after, diff.head.size() > told);
     return diff;
 }
 

@@ -1,17 +1,17 @@
-// What differs between two methods, step by step and name by name.
+// What differs between two methods: step by step and name by name, and all else that their documents hold.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "method/MethodContent.h"
+#include "xml/Dom.h"
 
 namespace vrn::audit {
 
 struct Difference {
-    std::string name;  ///< of the parameter, or what else it is
-    std::optional<std::string> before;
+    std::string name;                   ///< of the parameter, or what else it is
+    std::optional<std::string> before;  ///< nothing when it is not there
     std::optional<std::string> after;
 };
 
@@ -25,11 +25,13 @@ struct StepDifference {
 struct MethodDiff {
     std::vector<Difference> head;       ///< version, syringe, description lines in one
     std::vector<StepDifference> steps;  ///< without the steps that are the same
-    std::vector<Difference> cycles;     ///< dates and parameters of embedded cycles
-    [[nodiscard]] bool empty() const { return head.empty() && steps.empty() && cycles.empty(); }
+    std::vector<Difference> cycles;     ///< date, and parameters of embedded cycles, one a line
+    std::vector<Difference> rest;       ///< everything else in the documents, by its path; signatures excepted
+    [[nodiscard]] bool empty() const { return head.empty() && steps.empty() && cycles.empty() && rest.empty(); }
 };
 
-/// Steps are matched in order by their cycle, equal ones first; values by the names that the methods embed.
-[[nodiscard]] MethodDiff differenceOf(const method::MethodContent& before, const method::MethodContent& after);
+/// Steps are matched in order by their cycle, equal ones first; values by the names that the methods embed. Two methods without
+/// differences are the same document but for signature, XML declaration, and white space between elements.
+[[nodiscard]] MethodDiff differenceOf(const xml::Document& before, const xml::Document& after);
 
 }  // namespace vrn::audit

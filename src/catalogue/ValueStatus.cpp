@@ -13,7 +13,7 @@ namespace vrn::catalogue {
 
 namespace {
 
-bool isAmong(const std::vector<std::string>& items, const std::string& value) {
+bool isAmong(const std::vector<std::string>& items, std::string_view value) {
     return std::find(items.begin(), items.end(), value) != items.end();
 }
 
@@ -39,6 +39,14 @@ bool isOfferedForAnyType(method::EditorState& state, const std::string& value) {
            isAmong(text::split(state.xmlValues->SLObject("FREE TEXT"), ";"), value);
 }
 
+// A number in the range is accepted whatever names there are; so nearly all values are, and this costs the least.
+bool isNumberInRange(const method::EditorState& state, const method::MacroParam& model, std::string_view value) {
+    const auto separator = state.services.locale->decimalSeparator();
+    const auto number = separator == "." ? text::parseNumber(value, separator) : std::nullopt;
+    const auto single = number ? static_cast<float>(*number) : 0.0F;
+    return number && (!model.minimum || single >= *model.minimum) && (!model.maximum || single <= *model.maximum);
+}
+
 std::string boundsText(const method::MacroParam& param) {
     if (!param.minimum) {
         return {};
@@ -49,15 +57,18 @@ std::string boundsText(const method::MacroParam& param) {
 
 }  // namespace
 
-ValueStatus valueStatus(method::EditorState& state, const Parameter& parameter, const std::string& value) {
+ValueStatus valueStatus(method::EditorState& state, const Parameter& parameter, std::string_view value) {
     if (value.starts_with("SL.")) {
-        return isDefinedReference(state, parameter, value) ? ValueStatus::Valid : ValueStatus::UnknownName;
+        return isDefinedReference(state, parameter, std::string(value)) ? ValueStatus::Valid : ValueStatus::UnknownName;
     }
     if (parameter.isObject) {
-        const bool known = isAmong(parameter.row.items, value) || isOfferedForAnyType(state, value);
+        const bool known = isAmong(parameter.row.items, value) || isOfferedForAnyType(state, std::string(value));
         return known ? ValueStatus::Valid : ValueStatus::NotInList;
     }
-    switch (checkValue(state, parameter.model, value)) {
+    if (isNumberInRange(state, parameter.model, value)) {
+        return ValueStatus::Valid;
+    }
+    switch (checkValue(state, parameter.model, std::string(value))) {
         case Verdict::NotANumber:
             return ValueStatus::NotANumber;
         case Verdict::OutOfRange:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "catalogue/ParameterModel.h"
 
@@ -17,7 +18,7 @@ enum class ValueStatus {
     NotKnown,     ///< the range is a syringe's, and no syringe is chosen
 };
 
-[[nodiscard]] ValueStatus valueStatus(method::EditorState& state, const Parameter& parameter, const std::string& value);
+[[nodiscard]] ValueStatus valueStatus(method::EditorState& state, const Parameter& parameter, std::string_view value);
 
 /// The reason in plain words, naming range or list; empty for a valid value.
 [[nodiscard]] std::string statusText(const Parameter& parameter, ValueStatus status);

@@ -41,8 +41,10 @@ bool sameParameters(const std::vector<Slot>& a, const std::vector<Slot>& b) {
                       [](const Slot& x, const Slot& y) { return x.key == y.key && x.unit == y.unit; });
 }
 
-// The old and the new form of one cycle, and what is needed to go from one to the other.
+// The old and the new form of one cycle, and what is needed to go from one to the other. Where the parameters are the same, or what
+// they were is not known, values stay where they are.
 struct Conversion {
+    bool isByName = false;
     std::vector<Slot> before;
     std::vector<Slot> after;
     std::vector<std::string> defaults;
@@ -80,20 +82,37 @@ void convertStep(MethodMacroEntry& entry, std::size_t step, const Conversion& co
     entry.MacroValues = values.empty() ? std::nullopt : std::optional(std::move(values));
 }
 
-// Nothing when the cycle's parameters are what they were, or when what they were is not known.
+// Values after the last parameter, which the grid would not show.
+void dropSurplus(MethodMacroEntry& entry, std::size_t step, const Conversion& conversion,
+                 std::vector<ValueChange>& changes) {
+    auto& values = *entry.MacroValues;
+    for (auto i = conversion.after.size(); i < values.size(); ++i) {
+        changes.push_back({ValueChange::Kind::Dropped, step, entry.MacroName, {}, std::move(values[i])});
+    }
+    values.resize(conversion.after.size());
+    if (values.empty()) {
+        entry.MacroValues.reset();
+    }
+}
+
+// Nothing when the catalogue does not have the cycle.
 std::optional<Conversion> conversionOf(EditorState& state, const std::vector<EmbeddedCycle>& cycles,
                                        const std::string& name) {
     const auto* const embedded = findCycle(cycles, name);
     const auto macro = state.xmlValues->macros(state.domMacros).find(name);
-    if (embedded == nullptr || !macro) {
+    if (!macro) {
         return std::nullopt;
     }
-    Conversion conversion{slotsOf(embedded->definitions), slotsOf(catalogue::definitionTexts(macro)), {}};
-    if (sameParameters(conversion.before, conversion.after)) {
-        return std::nullopt;
+    Conversion conversion;
+    conversion.after = slotsOf(catalogue::definitionTexts(macro));
+    if (embedded != nullptr) {
+        conversion.before = slotsOf(embedded->definitions);
+        conversion.isByName = !sameParameters(conversion.before, conversion.after);
     }
-    for (auto& parameter : catalogue::parametersOf(state, macro)) {
-        conversion.defaults.push_back(std::move(parameter.row.value));
+    if (conversion.isByName) {
+        for (auto& parameter : catalogue::parametersOf(state, macro)) {
+            conversion.defaults.push_back(std::move(parameter.row.value));
+        }
     }
     return conversion;
 }
@@ -114,8 +133,15 @@ std::vector<ValueChange> adoptCatalogueCycles(EditorState& state) {
         if (known == conversions.end()) {
             known = conversions.emplace(entry.MacroName, conversionOf(state, cycles, entry.MacroName)).first;
         }
-        if (known->second) {
-            convertStep(entry, i, *known->second, changes);
+        const auto& conversion = known->second;
+        if (!conversion) {
+            continue;
+        }
+        if (conversion->isByName) {
+            convertStep(entry, i, *conversion, changes);
+            rearranged = true;
+        } else if (entry.MacroValues && entry.MacroValues->size() > conversion->after.size()) {
+            dropSurplus(entry, i, *conversion, changes);
             rearranged = true;
         }
     }

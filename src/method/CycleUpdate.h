@@ -23,8 +23,8 @@ struct ValueChange {
 };
 
 /// Rearranges the values of the sequence by parameter name: a value goes to the catalogue's parameter that has the name of the one
-/// that the loaded method embeds at the value's position. Steps whose cycle is not embedded stay as they are, and so do cycles
-/// whose parameters are still the same. The list's first row is shown anew when any were rearranged.
+/// that the loaded method embeds at the value's position. Where the cycle is not embedded, or its parameters are still the same, values stay
+/// where they are, and those after the last parameter are dropped. The list's first row is shown anew when any were rearranged.
 [[nodiscard]] std::vector<ValueChange> adoptCatalogueCycles(EditorState& state);
 
 }  // namespace vrn::method

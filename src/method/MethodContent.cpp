@@ -52,6 +52,16 @@ std::vector<std::string> stepTexts(const xml::Document& method) {
     return texts;
 }
 
+std::vector<xml::Node> stepNodes(const xml::Document& method) {
+    std::vector<xml::Node> nodes;
+    forEachInSequence(method, [&](const xml::Node& node, const std::string& text) {
+        if (isStep(text)) {
+            nodes.push_back(node);
+        }
+    });
+    return nodes;
+}
+
 std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method) {
     std::vector<std::optional<std::size_t>> elements;
     std::size_t next = 0;
@@ -64,12 +74,21 @@ std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method
     return elements;
 }
 
-MethodMacroEntry stepOf(const std::string& text) {
+std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept {
     const auto open = text.find('(');
     const auto close = text.find(')');
-    if (open == std::string::npos || close == std::string::npos || close < open) {
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+        return std::nullopt;
+    }
+    return StepParentheses{open, close};
+}
+
+MethodMacroEntry stepOf(const std::string& text) {
+    const auto parentheses = parenthesesOf(text);
+    if (!parentheses) {
         errors::throwInvalidProcedureCall();
     }
+    const auto [open, close] = *parentheses;
     MethodMacroEntry entry;
     entry.MacroName = text.substr(0, open);
     if (auto values = text::split(std::string_view(text).substr(open + 1, close - open - 1), ","); !values.empty()) {

@@ -17,8 +17,17 @@ namespace vrn::method {
 
 /// The texts of the steps, those without text left out.
 [[nodiscard]] std::vector<std::string> stepTexts(const xml::Document& method);
+/// The nodes of these steps.
+[[nodiscard]] std::vector<xml::Node> stepNodes(const xml::Document& method);
 /// Which child element of the sequence each of these texts is, from 0; nothing for a text that stands there bare.
 [[nodiscard]] std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method);
+
+/// Where the values of a step's text stand: between the first "(" and the first ")". Nothing without these in this order.
+struct StepParentheses {
+    std::size_t open = 0;
+    std::size_t close = 0;
+};
+[[nodiscard]] std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept;
 
 /// A step's text as name and values. Error 5 for a text without parentheses in this order.
 [[nodiscard]] MethodMacroEntry stepOf(const std::string& text);

@@ -115,11 +115,11 @@ TEST_F(CheckTest, WhatFails) {
 
 TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     writePlain({"COUNT(99)"});
-    EXPECT_EQ(run("check @set --format sarif @m.xml @set/config.xml --jobs 2"), 2);
+    EXPECT_EQ(run("check @set --format sarif @m.xml @set/config.xml @gone.xml --jobs 2"), 2);
     const auto sarif = Json::parse(out);
     EXPECT_EQ(sarif.at("version"), "2.1.0");
     const auto& results = sarif.at("runs").at(0).at("results");
-    ASSERT_EQ(results.size(), 3U);
+    ASSERT_EQ(results.size(), 4U);
     EXPECT_EQ(results[1].at("ruleId"), "value-out-of-range");
     EXPECT_EQ(results[1].at("level"), "error");
     EXPECT_EQ(results[1].at("locations").at(0).at("logicalLocations").at(0).at("fullyQualifiedName"),
@@ -127,6 +127,7 @@ TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     EXPECT_EQ(results[1].at("locations").at(0).at("physicalLocation").at("region"),
               Json({{"startLine", 1}, {"startColumn", text("m.xml").find("<MacroValues>") + 1}}));
     EXPECT_EQ(results[2].at("ruleId"), "file-fault");
+    EXPECT_EQ(results[3].at("locations").at(0).at("physicalLocation").at("artifactLocation").at("uri"), "gone.xml");
     std::vector<std::string> rules;
     for (const auto& rule : sarif.at("runs").at(0).at("tool").at("driver").at("rules")) {
         rules.push_back(rule.at("id"));
@@ -134,6 +135,32 @@ TEST_F(CheckTest, SarifHoldsFindingsAndFaults) {
     for (const auto& result : results) {
         EXPECT_THAT(rules, testing::Contains(result.at("ruleId").get<std::string>()));
     }
+}
+
+TEST_F(CheckTest, AFaultOfTheCatalogueIsToldOnceWhereItStands) {
+    for (const auto* const name : {"methods/1.xml", "methods/2.xml", "methods/3.xml"}) {
+        writeMethod(name, {"COUNT(3)", "COUNT(4)", "NOTE(x)"});
+    }
+    write("set/macros.xml", text::replacedAll(read("set/macros.xml"), "Number;3;1;20", "Number;3;1;20000000000"));
+    const auto lines = text::split(read("set/macros.xml"), "\n");
+    EXPECT_EQ(run("check @set @methods --jobs 2"), 1);
+    EXPECT_THAT(out, HasSubstr("error: cycle COUNT: its parameter 'Number;3;1;20000000000' cannot be used"));
+    EXPECT_EQ(out.find("[catalogue-fault]"), out.rfind("[catalogue-fault]"));
+    EXPECT_THAT(out, HasSubstr("; 1 fault of the catalogue\n"));
+    EXPECT_THAT(out, testing::Not(HasSubstr("value-surplus")));
+    const auto place = out.substr(0, out.find(": error:"));
+    const auto column = std::stoul(place.substr(place.rfind(':') + 1));
+    const auto line = std::stoul(place.substr(place.find(':') + 1));
+    EXPECT_THAT(place, testing::StartsWith("set/macros.xml:"));
+    EXPECT_THAT(lines.at(line - 1).substr(column - 1), testing::MatchesRegex("<[^>]*>Number;3;1;20000000000.*"));
+    run("check @set --json @methods --jobs 2");
+    EXPECT_EQ(text::split(out, "\n").size(), 5U) << "one line of the catalogue, one of each method";
+    EXPECT_EQ(run("update @set @methods/1.xml"), 1) << "what cannot be checked is not written";
+    EXPECT_EQ(run("edit @set --script - @methods/1.xml", "delete 2"), 2);
+    EXPECT_EQ(run("show @set @methods/1.xml"), 0);
+    EXPECT_THAT(out, HasSubstr("3  ! cannot be checked: the catalogue's cycle is at fault\n"));
+    run("catalogue macros COUNT @set");
+    EXPECT_THAT(out, HasSubstr("! its parameter 'Number;3;1;20000000000' cannot be used"));
 }
 
 TEST_F(CheckTest, EveryCodeIsDocumented) {
@@ -161,7 +188,8 @@ TEST_F(CheckTest, ShowTellsRangesListsAndWhatIsNotValid) {
     EXPECT_EQ(run("show @set @m.xml"), 0);
     EXPECT_EQ(out,
               "m.xml\n"
-              "  Version      01, signature not known\n"
+              "  Version      01\n"
+              "  Signature    unknown\n"
               "  Syringe      10uL\n"
               "  Sequence     3 steps\n"
               "\n"
@@ -174,7 +202,10 @@ TEST_F(CheckTest, ShowTellsRangesListsAndWhatIsNotValid) {
               "\n"
               "  3   COUNT\n"
               "      Number  ! has no value\n");
+    run("verify --json @m.xml");
+    EXPECT_EQ(Json::parse(out).at("status"), "unknown") << "show and verify use the same words";
     run("show @set --json @m.xml");
+    EXPECT_EQ(Json::parse(out).at("signature"), "unknown");
     const auto volume = Json::parse(out).at("steps").at(0).at("parameters").at(0);
     EXPECT_EQ(volume.dump(),
               R"({"name":"Volume","value":"50","unit":"UL","minimum":1,"maximum":10,"default":1,"valid":false,)"
@@ -222,9 +253,63 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
               "    Text                x                                   y\n"
               "- COUNT                 step 4\n"
               "    Number              4\n"
+              "Cycle date              2020                                2020-01-01T00:00:00\n"
               "Cycle WASH: parameters  Volume(UL);SYR.Min;SYR.Min;SYR.Max  Station;WASH_STATION\n"
               "                        Station;WASH_STATION                Volume(UL);5;1;100\n"
-              "                        Hold Time;0;0;600                   Speed;1;1;9\n");
+              "                        Hold Time;0;0;600                   Speed;1;1;9\n"
+              "Cycle order             WASH, COUNT, NOTE                   COUNT, WASH, NOTE\n"
+              "@TimingInformationID    ik/RFART8y0ELBqLN35hzFpE2OGoYrX…    Rr6Zgxsco+MwioI7kzHgEFUF74kDyBP…\n"
+              "ATOMLINE/ATOM           SET_BUSY(Hold Time)\n");
+}
+
+// Whoever signs a file that was changed outside the editor relies on this.
+TEST_F(CheckTest, DiffTellsWhateverDiffers) {
+    // Neither signature matches, which is no difference.
+    write("old.xml",
+          text::replacedAll(signedMethod({"WASH(5,W1,0)", "COUNT(3)"}), "<SignatureValue>", "<SignatureValue>A"));
+    const auto diff = [this](const std::string& from, const std::string& to) {
+        const auto old = text("old.xml");
+        const auto changed = text::replacedAll(old, from, to);
+        EXPECT_NE(changed, old) << from;
+        write("new.xml", changed);
+        run("diff @old.xml @new.xml --json");
+        std::vector<std::string> found;
+        const auto json = Json::parse(out);
+        for (const auto* const part : {"head", "cycles", "rest"}) {
+            for (const auto& difference : json.at(part)) {
+                found.push_back(difference.at("name").get<std::string>() + " " + difference.at("old").dump() + " " +
+                                difference.at("new").dump());
+            }
+        }
+        EXPECT_EQ(run("diff @old.xml @new.xml"), found.empty() && json.at("steps").empty() ? 0 : 1);
+        EXPECT_EQ(out.empty(), found.empty() && json.at("steps").empty());
+        return found;
+    };
+    EXPECT_THAT(diff("<ATOM>SET_BUSY(Hold Time)", "<ATOM>GO"),
+                ElementsAre(R"~(ATOMLINE/ATOM "SET_BUSY(Hold Time)" "GO")~"));
+    EXPECT_THAT(diff("<UDON/>", "<UDON>SL.X</UDON>"), ElementsAre(R"~(SLCONFIG/OBJECT/UDON "" "SL.X")~"));
+    EXPECT_THAT(diff("<Arguments/>", "<Arguments><OBJECT/></Arguments>"), ElementsAre(R"~(Arguments/OBJECT null "")~"));
+    EXPECT_THAT(diff("</MacroData>", "<MacroName>[MACRO X]</MacroName><MacroLine>Y</MacroLine></MacroData>"),
+                ElementsAre(R"~(X null "Y")~"));
+    EXPECT_THAT(diff("<MacroName><![CDATA[[MACRO COUNT]]]></MacroName>", "<MacroName>COUNT</MacroName>"),
+                ElementsAre(R"~(Macros/MacroData/MacroName[2] null "COUNT")~"));
+    EXPECT_THAT(diff("<Method ", "<Method by='me' "), ElementsAre(R"~(@by null "me")~"));
+    EXPECT_THAT(diff(" LastModifiedTimestamp=\"2020\"", ""), ElementsAre(R"~(WASH: date "2020" null)~"));
+    EXPECT_THAT(
+        diff("<MacroValues>COUNT", "<MacroValues a=\"b\">COUNT"),
+        ElementsAre(R"~(Macros/MacroVariable/MacroValues[2] null "<MacroValues a=\"b\">COUNT(3)</MacroValues>")~"));
+    EXPECT_THAT(diff("<Syringe>", "<!-- x --><Note/><Syringe>"),
+                ElementsAre(R"~(comment() null " x ")~", R"~(Note null "")~"));
+    EXPECT_THAT(diff("<ATOMLINE><ATOM>SET_BUSY(Hold Time)</ATOM></ATOMLINE>", ""),
+                ElementsAre(R"~(ATOMLINE "<ATOMLINE><ATOM>SET_BUSY(Hold Time)</ATOM></ATOMLINE>" null)~"));
+    EXPECT_THAT(diff("<Arguments/><VERSION>04</VERSION>", "<VERSION>04</VERSION><Arguments/>"),
+                ElementsAre(R"~(Arguments (place) "child 6" "child 7")~"));
+    EXPECT_THAT(diff("COUNT(3)", "COUNT(3) x"), IsEmpty()) << "a step with all that it says is among the steps";
+    EXPECT_EQ(out,
+              "          old.xml   new.xml\n"
+              "~ COUNT   step 2    step 2\n"
+              "    text  COUNT(3)  COUNT(3) x\n");
+    EXPECT_THAT(diff("<SignatureValue>", "<SignatureValue>A"), IsEmpty()) << "whether it matches, verify tells";
 }
 
 TEST_F(CheckTest, DiffPrintsTheEditorsAuditTrail) {

@@ -65,7 +65,7 @@ TEST_F(FilesTest, WhatCannotBeReadIsToldAndTheOthersGoOn) {
     EXPECT_THAT(err, HasSubstr("vrnmethod: methods/m\\xE9thode.xml:1:"));
     EXPECT_THAT(err, HasSubstr("vrnmethod: methods/huge.xml: is larger than 64 MB"));
     EXPECT_THAT(err, HasSubstr("vrnmethod: methods/nothing.xml: no such file or folder\n"));
-    EXPECT_THAT(err, HasSubstr("vrnmethod: methods/none: holds no *.xml files\n"));
+    EXPECT_THAT(err, HasSubstr("vrnmethod: no methods found in methods/none\n"));
     EXPECT_EQ(run("verify --json @methods/other.xml"), 2);
     EXPECT_EQ(
         out,
@@ -123,6 +123,43 @@ TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
     write("m.xml", "\xEF\xBB\xBF" + unsignedBody);
     EXPECT_EQ(run("sign --force @m.xml"), 0);
     EXPECT_THAT(read("m.xml"), StartsWith("\xEF\xBB\xBF<Method "));
+}
+
+TEST_F(FilesTest, WhatEndsACallIsALineOfJsonToo) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    const auto expectFault = [this](const std::string& call, const std::string& json) {
+        EXPECT_EQ(run(call), 2);
+        EXPECT_EQ(out, json + "\n");
+        EXPECT_THAT(err, testing::StartsWith("vrnmethod: "));
+    };
+    expectFault("edit @set --json --script @gone.txt @m.xml",
+                R"({"file":"m.xml","error":"gone.txt: cannot be opened: No such file or directory"})");
+    expectFault("diff --json @m.xml @gone.xml",
+                R"({"old":"m.xml","new":"gone.xml","error":"gone.xml: cannot be opened: No such file or directory"})");
+    expectFault("check --format json --set nowhere @m.xml",
+                R"({"error":"nowhere/macros.xml: cannot be opened: No such file or directory"})");
+    EXPECT_EQ(run("edit @set --json --script @gone.txt -", read("m.xml")), 2);
+    EXPECT_THAT(out, testing::IsEmpty()) << "the output is the method";
+}
+
+TEST_F(FilesTest, AFolderWithoutMethodsIsNoSuccess) {
+    EXPECT_EQ(run("check @set set"), 2);
+    EXPECT_THAT(err, HasSubstr("vrnmethod: no methods found in set\n"));
+    writeMethod("methods/m.xml", {"COUNT(3)"});
+    EXPECT_EQ(run("check @set @methods @methods/m.xml @methods"), 0) << "named twice is found all the same";
+}
+
+TEST_F(FilesTest, AnEmptyValueIsNoValue) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    const auto before = read("m.xml");
+    for (const std::string call :
+         {"update @set @m.xml --backup @", "update @set --backup= @m.xml", "update --set @ @m.xml",
+          "update @set -b @ @m.xml", "verify @", "edit @set --audit= --script - @m.xml", "catalogue macros @ @set",
+          "check --set= set @m.xml", "verify --jobs= @m.xml"}) {
+        EXPECT_EQ(run(call, "set 1 Number=4"), 2) << call;
+        EXPECT_THAT(err, HasSubstr(": a value is needed that is not empty\n")) << call;
+    }
+    EXPECT_EQ(read("m.xml"), before);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "cli/ToolFixture.h"
 #include "hosts/cli/HelpModel.h"
 #include "hosts/cli/Json.h"
+#include "hosts/cli/ManText.h"
 
 namespace vrn::test {
 namespace {
@@ -84,6 +85,20 @@ TEST_F(HelpTest, CompletionsAndManualKnowEveryOption) {
     EXPECT_THAT(bash, HasSubstr("check:--format) mapfile -t COMPREPLY < <(compgen -W 'text json sarif'"));
     EXPECT_THAT(zsh, HasSubstr("[How to tell]:FORMAT:(text json sarif)"));
     EXPECT_THAT(fish, HasSubstr("-l format -d 'How to tell' -x -a 'text json sarif'"));
+}
+
+TEST_F(HelpTest, TheManualShowsNoMarkdown) {
+    run("man");
+    for (const auto& line : text::split(out, "\n")) {
+        EXPECT_FALSE(text::contains(line, "`") || text::contains(line, "](") || text::contains(line, "**") ||
+                     line.starts_with('#') || line.starts_with('|'))
+            << line;
+    }
+    EXPECT_EQ(
+        cli::roffParagraphs("# Title\n\nSee `a-b` and [the page](x.md#y) **now**.\n| k | v |\n|---|---|\n| `x` | 1 |\n"
+                            "- one\n  more\n\n  as it stands\n"),
+        ".PP\n\\fBTitle\\fR\n.PP\n.PP\nSee \\fBa\\-b\\fR and the page \\fBnow\\fR.\n"
+        ".TP\n\\fBx\\fR\nv: 1\n.IP \\(bu 2\none\nmore\n.PP\n.nf\n  as it stands\n.fi\n.PP\n");
 }
 
 TEST_F(HelpTest, EveryTextComesAsJsonToo) {

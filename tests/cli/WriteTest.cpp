@@ -26,20 +26,44 @@ TEST_F(WriteTest, SignTakesWhatCheckLetsPass) {
     EXPECT_EQ(run("sign @set @m.xml"), 0);
     EXPECT_EQ(out, "m.xml: is signed already\n");
     EXPECT_EQ(read("m.xml"), intact);
-    changeText("m.xml", "COUNT(3)", "COUNT(4)");
-    const auto changed = read("m.xml");
+    write("m.xml", xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
+    const auto before = read("m.xml");
     EXPECT_EQ(run("sign @set --dry-run @m.xml"), 0);
     EXPECT_EQ(out, "m.xml: would be signed\n");
-    EXPECT_EQ(read("m.xml"), changed);
+    EXPECT_EQ(run("sign @set --dry-run --json @m.xml"), 0);
+    EXPECT_EQ(out, "{\"file\":\"m.xml\",\"status\":\"signed\",\"dryRun\":true}\n");
+    EXPECT_EQ(read("m.xml"), before);
     EXPECT_EQ(run("sign @set --backup .bak @m.xml"), 0);
     EXPECT_EQ(run("verify @m.xml"), 0);
-    EXPECT_EQ(read("m.xml.bak"), changed);
+    EXPECT_EQ(read("m.xml.bak"), before);
+    EXPECT_EQ(read("m.xml"), intact);
+}
+
+TEST_F(WriteTest, ASignatureThatDoesNotMatchIsReplacedByForceAlone) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    write("trusted.xml", read("m.xml"));
+    changeText("m.xml", "COUNT(3)", "COUNT(4)");
+    const auto changed = read("m.xml");
+    EXPECT_EQ(run("sign @set @m.xml"), 1);
+    EXPECT_THAT(err, HasSubstr("m.xml: not signed: its signature does not match: look at what was changed with diff"));
+    EXPECT_EQ(run("sign @set --json @m.xml"), 1);
+    EXPECT_THAT(out, HasSubstr(R"("status":"refused","message":"its signature does not match)"));
+    EXPECT_EQ(read("m.xml"), changed);
+    EXPECT_EQ(run("diff @trusted.xml @m.xml"), 1);
+    EXPECT_THAT(out, HasSubstr("Signature   intact       changed\n"));
+    EXPECT_EQ(run("sign @set --force --dry-run --json @m.xml"), 0);
+    EXPECT_EQ(out, "{\"file\":\"m.xml\",\"status\":\"signed-anew\",\"dryRun\":true}\n");
+    EXPECT_EQ(run("sign --force @m.xml"), 0);
+    EXPECT_EQ(out, "m.xml: signature did not match; signed anew\n");
+    EXPECT_EQ(run("verify @m.xml"), 0);
     EXPECT_THAT(steps("m.xml"), ElementsAre("COUNT(4)"));
 }
 
 TEST_F(WriteTest, SignRefusesErrorsUnlessForced) {
     writeMethod("m.xml", {"COUNT(3)"});
-    changeText("m.xml", "COUNT(3)", "COUNT(99)");
+    write("m.xml", xml::encodeXmlFile(text::replacedAll(text("m.xml").substr(0, text("m.xml").find("<Signature")),
+                                                        "COUNT(3)", "COUNT(99)") +
+                                      "</Method>"));
     const auto before = read("m.xml");
     EXPECT_EQ(run("sign @set @m.xml"), 1);
     EXPECT_THAT(err, HasSubstr("m.xml: not signed: check finds errors"));
@@ -63,7 +87,7 @@ TEST_F(WriteTest, UpdateKeepsValuesByNameAndSigns) {
               "  added         step 1 WASH, Speed = '4'\n"
               "  dropped       step 1 WASH, Hold Time, was '30'\n"
               "  error    step 1 WASH, Volume: '5' is out of range: 1 to 4  [value-out-of-range]\n"
-              "           fix: use a value in the range or a configured name\n");
+              "           fix: set a value in the range or a configured name with: vrnmethod edit\n");
     EXPECT_THAT(steps("m.xml"), ElementsAre("WASH(5,W2,30)", "COUNT(7)"));
     EXPECT_EQ(run("update @set @m.xml"), 1);
     EXPECT_THAT(steps("m.xml"), ElementsAre("WASH(4,W2,5)", "COUNT(7)"));
@@ -78,10 +102,11 @@ TEST_F(WriteTest, UpdateLosesNothing) {
     writeSet("2021");
     write("set/macros.xml", text::replacedAll(read("set/macros.xml"), ">NOTE<", ">REMARK<"));
     EXPECT_EQ(run("update @set @m.xml"), 1);
-    EXPECT_EQ(out,
-              "m.xml: not written: something would be lost\n"
-              "  error    step 2 NOTE: the catalogue has no cycle 'NOTE'  [cycle-unknown]\n"
-              "           fix: put the cycle back into the catalogue, or replace the step\n");
+    EXPECT_EQ(
+        out,
+        "m.xml: not written: something would be lost\n"
+        "  error    step 2 NOTE: the catalogue has no cycle 'NOTE'  [cycle-unknown]\n"
+        "           fix: put the cycle back into the catalogue, or replace or delete the step with: vrnmethod edit\n");
     write("changed.xml", text::replacedAll(text("m.xml"), "NOTE(x)", "NOTE(y)"));
     EXPECT_EQ(run("update @set --json @changed.xml"), 1);
     EXPECT_THAT(out, HasSubstr(R"("status":"refused","message":"its signature does not match")"));

@@ -30,7 +30,8 @@ class InspectionTest : public SmallSetTest {
 };
 
 TEST_F(InspectionTest, StepsWithWhatIsTooMuchAndTooLittle) {
-    const auto steps = inspect(methodText({"WASH(5,W1)", "COUNT(99,x,y)", "GONE(1)", "no step"})).steps;
+    const auto inspection = inspect(methodText({"WASH(5,W1)", "COUNT(99,x,y)", "GONE(1)", "no step"}));
+    const auto& steps = inspection.steps;
     ASSERT_EQ(steps.size(), 4U);
     EXPECT_THAT(steps[0].values, testing::SizeIs(2));
     ASSERT_THAT(steps[0].missing, testing::SizeIs(1));
@@ -75,20 +76,39 @@ TEST_F(InspectionTest, CyclesBesideTheCatalogues) {
     EXPECT_FALSE(cycles[2].isOutdated());
 }
 
-TEST_F(InspectionTest, FailuresAreReportedForEveryMethodThatMeetsThem) {
+TEST_F(InspectionTest, EveryMethodHearsOfACatalogueAtFault) {
     auto texts = smallSet({});
-    texts.macros = catalogue(macro("FAR", {"Number;99999999999"}));
+    texts.macros = catalogue(macro("FAR", {"Text", "Number;99999999999"}));
     texts.method.clear();
     load(texts);
     method::Inspector other(state());
     for (int i = 0; i < 2; ++i) {
-        errors.clear();
-        const auto inspection = other.inspect(parsed(
-            embedded("<MacroValues>FAR(1)</MacroValues>", "<MacroName>FAR</MacroName>", " LastModifiedTimestamp='1'")));
+        const auto inspection = other.inspect(parsed(embedded(
+            "<MacroValues>FAR(1,2)</MacroValues>", "<MacroName>FAR</MacroName>", " LastModifiedTimestamp='1'")));
         EXPECT_TRUE(inspection.steps.at(0).known);
-        EXPECT_THAT(errorTexts(),
-                    ElementsAre("6 macroParams |Overflow", "5 SetXmlDocuments |Invalid procedure call or argument"));
+        EXPECT_THAT(inspection.steps.at(0).surplus, IsEmpty()) << "nobody knows";
+        EXPECT_THAT(inspection.steps.at(0).unchecked, ElementsAre("1", "2"));
+        ASSERT_THAT(inspection.catalogueFaults, testing::SizeIs(1));
+        EXPECT_EQ(inspection.catalogueFaults[0].definition, 1U);
+        EXPECT_EQ(inspection.catalogueFaults[0].reason, "Overflow");
+        EXPECT_FALSE(inspection.cycles.at(0).isNamed);
+        EXPECT_THAT(errorTexts(), IsEmpty());
     }
+}
+
+TEST_F(InspectionTest, WhatTheEditorWouldRecordBesideTheSteps) {
+    loadSteps({"WASH(SL.Vol,W1,0)", "COUNT(3)", "WASH(SL.Vol,W2,0)"});
+    const auto written = built();
+    const auto inspection = inspect(written);
+    EXPECT_FALSE(inspection.isOutdated());
+    // The user looked at another step when it was saved.
+    state().lstMethodMacroList.userSelect(1);
+    EXPECT_FALSE(inspect(built()).atomsDiffer);
+    choose("NOTE");
+    EXPECT_TRUE(inspect(built()).atomsDiffer) << "no step has this cycle";
+    EXPECT_TRUE(inspect(text::replacedAll(written, "<UDON>SL.Vol", "<UDON>SL.Any")).configurationDiffers);
+    EXPECT_TRUE(inspect(text::replacedAll(written, "<UDON>SL.Vol", "<UDON>SL.Any")).argumentsDiffer);
+    EXPECT_FALSE(inspect(text::replacedAll(written, "COUNT(3)", "no step")).isOutdated()) << "nobody knows";
 }
 
 TEST_F(InspectionTest, ValuesMoveWithTheNamesOfTheirParameters) {

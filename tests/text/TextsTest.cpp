@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "text/Alignment.h"
 #include "text/Ansi.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
@@ -88,6 +89,22 @@ TEST(Lists, SplitsAndJoins) {
     EXPECT_EQ(replacedAll("a", "", "b"), "a");
     EXPECT_EQ(before("Volume(UL)", "("), "Volume");
     EXPECT_EQ(before("Volume", "("), "Volume");
+}
+
+TEST(Alignment, PutsTogetherWhatStayedAndWhatBecameSomethingOfItsKind) {
+    using Pairs = std::vector<std::pair<std::size_t, std::size_t>>;
+    EXPECT_EQ(alignment({{1, 0}, {2, 0}, {3, 1}}, {{2, 0}, {4, 1}}), (Pairs{{1, 0}, {2, 1}}));
+    EXPECT_EQ(alignment({}, {{1, 0}}), Pairs());
+    // Too many to weigh all against all.
+    std::vector<Alignable> before;
+    std::vector<Alignable> after;
+    for (std::size_t i = 0; i < 6000; ++i) {
+        before.push_back({i, 0});
+        after.push_back({i + 10000, 0});
+    }
+    const auto pairs = alignment(before, after);
+    ASSERT_EQ(pairs.size(), 6000U);
+    EXPECT_EQ(pairs.back(), (std::pair<std::size_t, std::size_t>(5999, 5999)));
 }
 
 }  // namespace

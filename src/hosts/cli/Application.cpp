@@ -6,6 +6,7 @@
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
+#include "hosts/cli/Json.h"
 #include "hosts/cli/Suggestion.h"
 
 namespace vrn::cli {
@@ -48,10 +49,46 @@ std::string callAtFault(const CLI::App* tool, const CLI::Error& error) {
     return "vrnmethod: " + what + "\nTo read more: vrnmethod " + command + "--help\n";
 }
 
+// The library would take the next word for the value of "--backup=".
+void requireValues(const std::vector<std::string>& words) {
+    for (const auto& word : words) {
+        if (word == "--") {
+            return;
+        }
+        if (word.starts_with("--") && word.ends_with('=')) {
+            throw Fault(word.substr(0, word.size() - 1) + ": " + std::string(emptyValue));
+        }
+    }
+}
+
+// Whether the call, as far as it was read, wants JSON.
+bool wantsJson(const CLI::App& tool) {
+    const auto commands = tool.get_subcommands();
+    const auto isGiven = [&](const char* name, const char* value) {
+        const auto* const option = commands.front()->get_option_no_throw(name);
+        return option != nullptr && !option->empty() && (*value == '\0' || option->results().front() == value);
+    };
+    return !commands.empty() && (isGiven("--json", "") || isGiven("--format", "json"));
+}
+
+// What ended the call, for the user and for a program that reads the output.
+void tellFault(const CLI::App& tool, Session& session, const std::string& what) {
+    session.console.err << "vrnmethod: " << what << '\n';
+    if (wantsJson(tool)) {
+        Json json = Json::object();
+        for (const auto& [key, value] : session.about) {
+            json[key] = value;
+        }
+        json["error"] = what;
+        (session.outputIsTaken ? session.console.err : session.console.out) << jsonLine(json);
+    }
+}
+
 ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>& arguments) {
     try {
         // The library wants what stands behind the name, last argument first.
         std::vector<std::string> words(arguments.rbegin(), arguments.rend() - 1);
+        requireValues(arguments);
         if (!words.empty() && words.back() == "help") {
             words.pop_back();
             // An unknown command is said to be one.
@@ -65,7 +102,7 @@ ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>&
     } catch (const CLI::ParseError& error) {
         return tool.exit(error, session.console.out, session.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
     } catch (const std::exception& error) {
-        session.console.err << "vrnmethod: " << error.what() << '\n';
+        tellFault(tool, session, error.what());
         return ExitStatus::Fault;
     }
 }

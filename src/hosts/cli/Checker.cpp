@@ -1,5 +1,6 @@
 #include "hosts/cli/Checker.h"
 
+#include "catalogue/CxmlValuesHandler.h"
 #include "hosts/cli/Positions.h"
 
 namespace vrn::cli {
@@ -9,7 +10,18 @@ Checker::Result Checker::check(const xml::Document& method) {
     static_cast<void>(engine_.takeReports());
     Result result{inspector_.inspect(method), {}};
     result.findings = findingsOf(engine_.state(), result.inspection, engine_.takeReports());
+    locateInCatalogue(result.findings);
     return result;
+}
+
+void Checker::locateInCatalogue(std::vector<Finding>& findings) {
+    for (auto& finding : findings) {
+        if (concernsCatalogue(finding)) {
+            const auto macro = engine_.state().xmlValues->macros(engine_.state().domMacros).position(finding.cycle);
+            finding.file = macrosFile_;
+            finding.position = definitionPosition(macros_, macro.value_or(0), finding.definition);
+        }
+    }
 }
 
 Checker::Result Checker::check(const XmlFile& method) {

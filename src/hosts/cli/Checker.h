@@ -9,7 +9,8 @@ namespace vrn::cli {
 class Checker {
   public:
     /// Throws `Fault` for a set that cannot be used.
-    explicit Checker(const SetTexts& set) : engine_(set), inspector_(engine_.state()) {}
+    explicit Checker(const SetTexts& set)
+        : engine_(set), inspector_(engine_.state()), macrosFile_(set.files[0]), macros_(set.macros) {}
 
     struct Result {
         method::Inspection inspection;
@@ -22,8 +23,13 @@ class Checker {
     [[nodiscard]] method::Inspector& inspector() noexcept { return inspector_; }
 
   private:
+    // The catalogue's own faults are told where they stand.
+    void locateInCatalogue(std::vector<Finding>& findings);
+
     Engine engine_;
     method::Inspector inspector_;
+    std::string macrosFile_;
+    std::string macros_;
 };
 
 }  // namespace vrn::cli

@@ -4,6 +4,17 @@
 
 namespace vrn::cli {
 
+namespace {
+
+// What a script puts in place of a value and finds empty would change what the call means.
+CLI::Option& valued(CLI::Option* option) {
+    option->check(CLI::Validator(
+        [](const std::string& value) { return value.empty() ? std::string(emptyValue) : std::string(); }, ""));
+    return *option;
+}
+
+}  // namespace
+
 const Option& Option::required() const {
     option_->required();
     return *this;
@@ -38,15 +49,15 @@ Command::Command(CLI::App& tool, const std::string& name, const std::string& sum
     : app_(tool.add_subcommand(name, summary)) {}
 
 Option Command::option(const std::string& names, std::string& variable, const std::string& description) {
-    return Option(*app_->add_option(names, variable, description));
+    return Option(valued(app_->add_option(names, variable, description)));
 }
 
 Option Command::option(const std::string& names, std::vector<std::string>& variable, const std::string& description) {
-    return Option(*app_->add_option(names, variable, description));
+    return Option(valued(app_->add_option(names, variable, description)));
 }
 
 Option Command::option(const std::string& names, unsigned& variable, const std::string& description) {
-    return Option(*app_->add_option(names, variable, description));
+    return Option(valued(app_->add_option(names, variable, description)));
 }
 
 Option Command::flag(const std::string& names, bool& variable, const std::string& description) {

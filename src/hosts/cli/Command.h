@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -12,6 +13,9 @@ class Option;
 }  // namespace CLI
 
 namespace vrn::cli {
+
+/// What is said of an option whose value is an empty text.
+inline constexpr std::string_view emptyValue = "a value is needed that is not empty";
 
 /// An option, flag or positional that was just added; each function says something more of it.
 class Option {

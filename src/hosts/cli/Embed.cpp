@@ -14,8 +14,9 @@ using method::MethodVersion;
 using method::ValueChange;
 
 // What the editor would leave out of what it writes, or write in another way than it read it.
-constexpr std::array<std::string_view, 6> losses{"syringe-unknown", "sequence-empty",      "step-malformed",
-                                                 "cycle-unknown",   "version-unsupported", "editor-report"};
+constexpr std::array<std::string_view, 7> losses{"syringe-unknown", "sequence-empty",      "step-malformed",
+                                                 "cycle-unknown",   "version-unsupported", "catalogue-fault",
+                                                 "editor-report"};
 
 bool isLoss(const Finding& finding) {
     return std::find(losses.begin(), losses.end(), finding.kind->code) != losses.end();
@@ -73,8 +74,7 @@ bool Embedder::isWanted(const method::Inspection& inspection) const {
     if (purpose_ == EmbedPurpose::Convert) {
         return inspection.verification.version != MethodVersion::Four;
     }
-    return std::any_of(inspection.cycles.begin(), inspection.cycles.end(),
-                       [](const method::CycleComparison& cycle) { return cycle.isOutdated(); });
+    return inspection.isOutdated();
 }
 
 Outcome Embedder::rewrite(const XmlFile& method) {
@@ -133,7 +133,7 @@ Outcome Embedder::embed(const MethodFile& file) {
 void Embedder::tellReport(const XmlFile& file, Outcome& outcome, const Report& report) const {
     const bool isRefused = std::string_view(report.status) == "refused";
     if (arguments_->methods.json) {
-        Json json = {{"file", displayName(file.path)}, {"status", report.status}};
+        auto json = reportHead(file, report.status, arguments_->write);
         if (isRefused) {
             json["message"] = report.words;
         }

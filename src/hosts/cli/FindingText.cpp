@@ -55,8 +55,6 @@ Json sarifRules() {
     return rules;
 }
 
-std::string dumped(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
-
 }  // namespace
 
 std::string findingText(const std::string& file, const std::vector<Finding>& findings, const Style& style) {
@@ -66,8 +64,9 @@ std::string findingText(const std::string& file, const std::vector<Finding>& fin
         const auto place = position.line == 0
                                ? std::string()
                                : ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
-        out += style.bold(displayName(file) + place + ":") + " " + coloured(finding.kind->severity, style) + ": " +
-               messageText(finding, style) + fixText(finding, 4, style);
+        out += style.bold(displayName(finding.file.empty() ? file : finding.file) + place + ":") + " " +
+               coloured(finding.kind->severity, style) + ": " + messageText(finding, style) +
+               fixText(finding, 4, style);
     }
     return out;
 }
@@ -83,6 +82,9 @@ std::string findingList(const std::vector<Finding>& findings, const Style& style
 
 Json findingJson(const Finding& finding) {
     Json json = {{"code", finding.kind->code}, {"severity", severityName(finding.kind->severity)}};
+    if (!finding.file.empty()) {
+        json["file"] = displayName(finding.file);
+    }
     if (finding.position.line > 0) {
         json["line"] = finding.position.line;
         json["column"] = finding.position.column;
@@ -113,29 +115,29 @@ Json findingsJson(const std::vector<Finding>& findings) {
 
 std::string sarifResult(const std::string& path, const Finding& finding) {
     const auto place = placeOf(finding);
-    auto location = sarifLocation(path, finding.position);
+    auto location = sarifLocation(finding.file.empty() ? path : finding.file, finding.position);
     if (!place.empty()) {
         location["logicalLocations"] = Json::array({{{"fullyQualifiedName", place}}});
     }
     Json message = (place.empty() ? "" : place + ": ") + finding.message +
                    (finding.fix.empty() ? "" : ". To mend it, " + finding.fix);
-    return dumped({{"ruleId", finding.kind->code},
-                   {"level", severityName(finding.kind->severity)},
-                   {"message", {{"text", std::move(message)}}},
-                   {"locations", Json::array({std::move(location)})}});
+    return jsonText({{"ruleId", finding.kind->code},
+                     {"level", severityName(finding.kind->severity)},
+                     {"message", {{"text", std::move(message)}}},
+                     {"locations", Json::array({std::move(location)})}});
 }
 
 std::string sarifFault(const std::string& path, const std::string& what) {
-    return dumped({{"ruleId", faultCode},
-                   {"level", "error"},
-                   {"message", {{"text", what}}},
-                   {"locations", Json::array({sarifLocation(path)})}});
+    return jsonText({{"ruleId", faultCode},
+                     {"level", "error"},
+                     {"message", {{"text", what}}},
+                     {"locations", Json::array({sarifLocation(path)})}});
 }
 
 std::string sarifDocument(const std::string& results) {
     const Json driver = {{"name", "vrnmethod"}, {"version", errors::versionText()}, {"rules", sarifRules()}};
     return R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"columnKind":"utf16CodeUnits","tool":{"driver":)" +
-           dumped(driver) + R"(},"results":[)" + results + "]}]}\n";
+           jsonText(driver) + R"(},"results":[)" + results + "]}]}\n";
 }
 
 }  // namespace vrn::cli

@@ -30,6 +30,14 @@ constexpr std::array kinds{
     FindingKind{"value-missing", Severity::Warning, "A step has fewer values than its cycle has parameters."},
     FindingKind{"value-surplus", Severity::Warning, "A step has more values than its cycle has parameters."},
     FindingKind{"cycle-outdated", Severity::Warning, "An embedded cycle is not the catalogue's any more."},
+    FindingKind{"cycles-differ", Severity::Warning,
+                "The embedded cycles are not those of the steps, in order of their first use."},
+    FindingKind{"atoms-differ", Severity::Warning,
+                "The atom line is not what the catalogue gives for any of the steps' cycles."},
+    FindingKind{"names-differ", Severity::Warning,
+                "The user-defined names that the method records are not those that its values use."},
+    FindingKind{"catalogue-fault", Severity::Error,
+                "A cycle's parameters cannot be used as the catalogue defines them; told once, of the catalogue."},
     FindingKind{"editor-report", Severity::Error, "The editor reported something that no other code stands for."},
 };
 
@@ -38,7 +46,8 @@ const FindingKind& kindOf(std::string_view code) {
 }
 
 // Lists of the instrument can be long; the first few show what is meant.
-std::string shortened(const std::vector<std::string>& items) {
+template <typename Text>
+std::string shortened(const std::vector<Text>& items) {
     constexpr std::size_t most = 8;
     std::vector<std::string> first(items.begin(),
                                    items.begin() + static_cast<std::ptrdiff_t>(std::min(items.size(), most)));
@@ -55,7 +64,7 @@ class Collector {
         addVersion();
         addSyringe();
         if (inspection_->steps.empty()) {
-            add("sequence-empty", "has no step", "insert a step: a method without one cannot be written");
+            add("sequence-empty", "has no step", "insert a step with: vrnmethod edit");
         }
         for (std::size_t i = 0; i < inspection_->steps.size(); ++i) {
             addStep(i + 1, inspection_->steps[i]);
@@ -63,9 +72,16 @@ class Collector {
         for (const auto& cycle : inspection_->cycles) {
             addCycle(cycle);
         }
+        if (inspection_->verification.version == MethodVersion::Four) {
+            addRecorded();
+        }
+        for (const auto& fault : inspection_->catalogueFaults) {
+            addFault(fault);
+        }
         for (const auto& report : reports) {
             add("editor-report", oneLine(report), "");
         }
+        adaptFixes();
         return std::move(findings_);
     }
 
@@ -93,7 +109,7 @@ class Collector {
         }
         if (inspection_->content.isSigned) {
             add("signature-invalid", "the signature does not match: the file was changed outside the editor",
-                "compare it with a copy you trust; sign --force takes it as it is");
+                "compare it with a copy you trust: vrnmethod diff; to take it as it is: vrnmethod sign --force");
         } else {
             add("signature-missing", "has no signature", "sign it with: vrnmethod sign");
         }
@@ -117,19 +133,19 @@ class Collector {
         }
         const auto& syringe = inspection_->content.syringe;
         add("syringe-unknown", syringe ? "the instrument has no syringe '" + *syringe + "'" : "names no syringe",
-            "choose one of: " + shortened(state_->cboSyringe.items()))
+            "choose another with vrnmethod edit, one of: " + shortened(state_->cboSyringe.items()))
             .value = syringe.value_or("");
     }
 
     void addStep(std::size_t number, const method::InspectedStep& step) {
         if (!step.readable) {
-            addAt(number, step, "step-malformed", "'" + step.text + "' is not a cycle with its values in parentheses",
-                  "write it as NAME(value,value)");
+            addAt(number, step, "step-malformed",
+                  "'" + std::string(step.text) + "' is not a cycle with its values in parentheses", replaceOrDelete);
             return;
         }
         if (!step.known) {
-            addAt(number, step, "cycle-unknown", "the catalogue has no cycle '" + step.macro + "'",
-                  "put the cycle back into the catalogue, or replace the step");
+            addAt(number, step, "cycle-unknown", "the catalogue has no cycle '" + std::string(step.macro) + "'",
+                  std::string("put the cycle back into the catalogue, or ") + replaceOrDelete);
             return;
         }
         for (const auto& value : step.values) {
@@ -140,14 +156,14 @@ class Collector {
             addAt(number, step, "value-missing",
                   "ends before '" + parameter.row.name + "'" +
                       (step.missing.size() > 1 ? " and " + std::to_string(step.missing.size() - 1) + " more" : ""),
-                  "set the values that are missing")
+                  "set the values that are missing with: vrnmethod edit")
                 .parameter = parameter.row.name;
         }
         if (!step.surplus.empty()) {
             addAt(number, step, "value-surplus",
                   "has " + counted(step.surplus.size(), "value") +
                       " that no parameter is for: " + shortened(step.surplus),
-                  "bring it to the catalogue's cycle with: vrnmethod update")
+                  "drop what is too much with: vrnmethod update")
                 .value = step.surplus.front();
         }
     }
@@ -156,7 +172,7 @@ class Collector {
         using catalogue::ValueStatus;
         const auto& parameter = *value.parameter;
         std::string_view code;
-        std::string fix = "use a value in the range or a configured name";
+        std::string fix = "set a value in the range or a configured name with: vrnmethod edit";
         switch (value.status) {
             case ValueStatus::Valid:
             case ValueStatus::NotKnown:
@@ -169,30 +185,93 @@ class Collector {
                 break;
             case ValueStatus::NotInList:
                 code = "value-not-in-list";
-                fix = parameter.row.items.empty() ? "use a cycle that this instrument can run"
-                                                  : "use one of: " + shortened(parameter.row.items);
+                fix = parameter.row.items.empty()
+                          ? std::string("use a cycle that this instrument can run: ") + replaceOrDelete
+                          : "set another with vrnmethod edit, one of: " + shortened(parameter.row.items);
                 break;
             case ValueStatus::UnknownName:
                 code = "name-unknown";
-                fix = "define the name in the configuration, or use another value";
+                fix = "define the name in the configuration, or set another value with: vrnmethod edit";
                 break;
         }
-        auto& finding =
-            addAt(number, step, code, "'" + value.value + "' " + catalogue::statusText(parameter, value.status),
-                  std::move(fix));
+        auto& finding = addAt(number, step, code,
+                              "'" + std::string(value.value) + "' " + catalogue::statusText(parameter, value.status),
+                              std::move(fix));
         finding.parameter = parameter.row.name;
         finding.value = value.value;
     }
 
     void addCycle(const method::CycleComparison& cycle) {
-        if (cycle.isOutdated()) {
-            add("cycle-outdated",
-                std::string("the embedded cycle is not the catalogue's: ") +
-                    (cycle.definitionsDiffer ? "its parameters have changed" : "its date is another"),
-                "embed the catalogue's with: vrnmethod update")
-                .cycle = cycle.name;
+        if (!cycle.isOutdated()) {
+            return;
+        }
+        std::string what = "the embedded cycle is not the catalogue's: ";
+        if (!cycle.isNamed) {
+            what = "the embedded cycle's name does not stand in brackets, so that the editor cannot tell its date";
+        } else {
+            what += cycle.definitionsDiffer ? "its parameters have changed" : "its date is another";
+        }
+        add("cycle-outdated", std::move(what), writeAnew).cycle = cycle.name;
+    }
+
+    // What the editor derives from the steps whenever it writes a method.
+    void addRecorded() {
+        for (const auto& name : inspection_->cyclesNotEmbedded) {
+            add("cycles-differ", "is not embedded, though a step uses it", writeAnew).cycle = name;
+        }
+        for (const auto& cycle : inspection_->cycles) {
+            if (!cycle.isUsed) {
+                add("cycles-differ", "is embedded, though no step uses it", writeAnew).cycle = cycle.name;
+            }
+        }
+        if (inspection_->cyclesInOtherOrder) {
+            add("cycles-differ", "the embedded cycles are not in the order of the steps", writeAnew);
+        }
+        if (inspection_->atomsDiffer) {
+            add("atoms-differ", "the atom line is not what the catalogue gives", writeAnew);
+        }
+        if (inspection_->configurationDiffers) {
+            add("names-differ", "SLCONFIG does not hold the user-defined names that the values use", writeAnew);
+        }
+        if (inspection_->argumentsDiffer) {
+            add("names-differ", "Arguments does not hold the user-defined names that the values use", writeAnew);
         }
     }
+
+    void addFault(const method::CatalogueFault& fault) {
+        auto& finding = add("catalogue-fault", faultText(fault), "mend the catalogue");
+        finding.cycle = fault.cycle;
+        finding.definition = fault.definition;
+    }
+
+    // What mends a method of the current version that is intact may not be possible with this one.
+    void adaptFixes() {
+        const auto version = inspection_->verification.version;
+        const bool isOld = version != MethodVersion::Four && version != MethodVersion::Unsupported;
+        const bool isIntact = inspection_->verification.code == 0;
+        const bool hasOtherErrors = std::any_of(findings_.begin(), findings_.end(), [](const Finding& finding) {
+            return finding.kind->severity == Severity::Error && !concernsSignature(finding);
+        });
+        for (auto& finding : findings_) {
+            const auto code = finding.kind->code;
+            if (version == MethodVersion::Unsupported && code != "version-unsupported" && code != "catalogue-fault") {
+                finding.fix.clear();  // no command writes it
+            } else if (isOld && concernsSignature(finding)) {
+                finding.fix = "find an intact copy: methods of older versions are not signed any more";
+            } else if (isOld && !isIntact) {
+                finding.fix = code == "version-old" ? "find an intact copy, then: vrnmethod convert" : "";
+            } else if (!inspection_->catalogueFaults.empty() && finding.fix == writeAnew) {
+                finding.fix = "mend the catalogue first";
+            } else if (isOld && finding.fix == writeAnew) {
+                finding.fix = "embed the catalogue's with: vrnmethod convert";
+            } else if (code == "signature-missing" && hasOtherErrors) {
+                finding.fix = "sign it with: vrnmethod sign --force; then mend what else is found";
+            }
+        }
+    }
+
+    static constexpr const char* replaceOrDelete = "replace or delete the step with: vrnmethod edit";
+    static constexpr const char* writeAnew = "embed the catalogue's with: vrnmethod update";
 
     const method::EditorState* state_;
     const method::Inspection* inspection_;
@@ -230,6 +309,12 @@ std::vector<Finding> findingsOf(const method::EditorState& state, const method::
 }
 
 bool concernsSignature(const Finding& finding) noexcept { return finding.kind->code.starts_with("signature-"); }
+
+std::string faultText(const method::CatalogueFault& fault) {
+    return "its parameter '" + fault.text + "' cannot be used, so that no step with it can be checked: " + fault.reason;
+}
+
+bool concernsCatalogue(const Finding& finding) noexcept { return finding.kind->code == "catalogue-fault"; }
 
 std::string placeOf(const Finding& finding) {
     std::string place = finding.step > 0 ? "step " + std::to_string(finding.step) : "";

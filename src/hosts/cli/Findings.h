@@ -41,6 +41,8 @@ struct Finding {
     std::string value;
     std::string message;
     std::string fix;
+    std::string file;            ///< that the position is in; empty for the method itself
+    std::size_t definition = 0;  ///< of the cycle's parameter in the catalogue, from 0, when that is at fault
 };
 
 /// Everything that is wrong with a method, in the order of the document. `reports` are what the engine said meanwhile.
@@ -49,6 +51,12 @@ struct Finding {
 
 /// Whether the finding is about the signature: signing mends it.
 [[nodiscard]] bool concernsSignature(const Finding& finding) noexcept;
+
+/// What is wrong with a cycle of the catalogue.
+[[nodiscard]] std::string faultText(const method::CatalogueFault& fault);
+
+/// Whether the catalogue is at fault, and every method with the cycle would have the same finding.
+[[nodiscard]] bool concernsCatalogue(const Finding& finding) noexcept;
 
 /// "step 2 WASH, Volume"; empty for the method as a whole.
 [[nodiscard]] std::string placeOf(const Finding& finding);

@@ -2,6 +2,8 @@
 
 namespace vrn::cli {
 
-std::string jsonLine(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n"; }
+std::string jsonText(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+std::string jsonLine(const Json& value) { return jsonText(value) + "\n"; }
 
 }  // namespace vrn::cli

@@ -8,6 +8,9 @@ namespace vrn::cli {
 
 using Json = nlohmann::ordered_json;
 
+/// The value as text, for what is put together from pieces.
+[[nodiscard]] std::string jsonText(const Json& value);
+
 /// The value on one line, with line end.
 [[nodiscard]] std::string jsonLine(const Json& value);
 

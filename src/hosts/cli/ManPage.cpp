@@ -1,55 +1,13 @@
-#include <array>
-#include <cstdio>
-#include <string_view>
-
 #include "hosts/cli/HelpModel.h"
+#include "hosts/cli/ManText.h"
 #include "text/Lists.h"
-#include "text/Unicode.h"
 
 namespace vrn::cli {
 
 namespace {
 
-// Text as roff takes it for text: no requests at line starts, dashes that can be copied, other characters than ASCII by number.
-std::string escaped(std::string_view text) {
-    std::string out(text.starts_with('.') ? "\\&" : "");
-    while (!text.empty()) {
-        const char32_t c = text::takeCodePoint(text);
-        if (c == U'\\') {
-            out += "\\e";
-        } else if (c == U'-') {
-            out += "\\-";
-        } else if (c == U'\'') {
-            out += "\\(aq";
-        } else if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else {
-            std::array<char, 16> number{};
-            (void)std::snprintf(number.data(), number.size(), "\\[u%04X]", static_cast<unsigned>(c));
-            out += number.data();
-        }
-    }
-    return out;
-}
-
-// Lines that begin with a blank or are rows of a table stand as they are; others are filled.
-bool isVerbatim(const std::string& line) { return line.starts_with(' ') || line.starts_with('|'); }
-
-std::string paragraphs(const std::string& text) {
-    std::string out;
-    bool verbatim = false;
-    for (const auto& line : text::split(text, "\n")) {
-        if (isVerbatim(line) != verbatim) {
-            verbatim = !verbatim;
-            out += verbatim ? ".nf\n" : ".fi\n";
-        }
-        out += line.empty() ? ".PP\n" : escaped(line) + "\n";
-    }
-    return out + (verbatim ? ".fi\n" : "");
-}
-
-std::string bold(const std::string& text) { return "\\fB" + escaped(text) + "\\fR"; }
-std::string italic(const std::string& text) { return "\\fI" + escaped(text) + "\\fR"; }
+std::string bold(const std::string& text) { return "\\fB" + roffText(text) + "\\fR"; }
+std::string italic(const std::string& text) { return "\\fI" + roffText(text) + "\\fR"; }
 
 std::string sentence(const std::string& text) { return text.empty() || text.ends_with('.') ? text : text + "."; }
 
@@ -62,11 +20,11 @@ std::string optionEntry(const OptionHelp& option) {
     if (!option.isPositional && !option.metavar.empty()) {
         entry += " " + italic(option.metavar);
     }
-    entry += "\n" + escaped(sentence(option.description)) + "\n";
+    entry += "\n" + roffText(sentence(option.description)) + "\n";
     if (!option.choices.empty()) {
-        entry += "One of " + escaped(text::join(option.choices, ", ")) + ".\n";
+        entry += "One of " + roffText(text::join(option.choices, ", ")) + ".\n";
     }
-    return option.defaultValue.empty() ? entry : entry + "[default: " + escaped(option.defaultValue) + "]\n";
+    return option.defaultValue.empty() ? entry : entry + "[default: " + roffText(option.defaultValue) + "]\n";
 }
 
 std::string synopsis(const ToolHelp& tool, const CommandHelp& command) {
@@ -86,18 +44,18 @@ std::string manPage(const ToolHelp& tool, const std::string& version) {
     std::string page = ".TH " + tool.name + R"( 1 "" ")" + tool.name + " " + version + R"(" "User commands")" + "\n";
     page += ".SH NAME\n" + tool.name + " \\- method editor for laboratory sampling instruments, without windows\n";
     page += ".SH SYNOPSIS\n" + bold(tool.name) + " " + italic("COMMAND") + " [" + italic("OPTIONS") + "] ...\n";
-    page += ".SH DESCRIPTION\n" + paragraphs(tool.summary) + ".PP\n" + paragraphs(tool.footer);
+    page += ".SH DESCRIPTION\n" + roffParagraphs(tool.summary) + ".PP\n" + roffParagraphs(tool.footer);
     page += ".SH OPTIONS\n";
     for (const auto& option : tool.options) {
         page += optionEntry(option);
     }
     page += ".SH COMMANDS\n";
     for (const auto& command : tool.commands) {
-        page += ".SS " + command.name + "\n" + escaped(sentence(command.summary)) + "\n" + synopsis(tool, command);
+        page += ".SS " + command.name + "\n" + roffText(sentence(command.summary)) + "\n" + synopsis(tool, command);
         for (const auto& option : command.options) {
             page += optionEntry(option);
         }
-        page += ".PP\n" + paragraphs(command.footer);
+        page += ".PP\n" + roffParagraphs(command.footer);
     }
     return page;
 }

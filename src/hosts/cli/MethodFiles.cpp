@@ -85,7 +85,7 @@ class Finder {
         } else if (!fs::is_directory(argument, error)) {
             addFile(argument, identity(argument));
         } else if (const auto before = told_; !addFolder(argument) && told_ == before) {
-            tell({argument, displayName(argument) + ": holds no *.xml files"});
+            tell({argument, "no methods found in " + displayName(argument)});
         }
     }
 
@@ -108,7 +108,7 @@ class Finder {
         (*found_)(std::move(file));
     }
 
-    // Whether it holds XML files at all, wanted or not.
+    // Whether it holds methods, named before or not.
     bool addFolder(const std::string& folder) {
         std::error_code error;
         const auto entries = entriesOf(folder, error);
@@ -123,9 +123,9 @@ class Finder {
             if (each.isFolder) {
                 found = addFolder(each.path) || found;
             } else if (each.isXmlFile) {
-                found = true;
                 auto file = each.isLink ? identity(each.path) : home + std::string(each.name());
                 if (!(passOverSet && isSetName(each.name())) && !setFiles_.contains(file)) {
+                    found = true;
                     addFile(each.path, std::move(file));
                 }
             }

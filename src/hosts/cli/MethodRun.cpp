@@ -70,6 +70,8 @@ class InterruptGuard {
 Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json) {
     Outcome outcome;
     outcome.status = ExitStatus::Fault;
+    outcome.file = file.path;
+    outcome.fault = what;
     outcome.err = "vrnmethod: " + what + "\n";
     if (json) {
         outcome.out = jsonLine({{"file", displayName(file.path)}, {"error", what}});

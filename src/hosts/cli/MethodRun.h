@@ -24,6 +24,9 @@ struct Outcome {
     std::string out;
     std::string err;
     ExitStatus status = ExitStatus::Well;
+    std::string file;                     ///< of a file at fault, its path
+    std::string fault;                    ///< and what is wrong with it
+    std::vector<std::string> once;        ///< output about what methods have in common, for the command to tell once
     std::array<std::size_t, 3> counts{};  ///< whatever the command adds up over all methods
 };
 

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "hosts/cli/Command.h"
 #include "hosts/cli/Engine.h"
@@ -20,6 +22,9 @@ void addWriteOptions(Command& command, WriteArguments& write);
 struct Session {
     Console console;
     ExitStatus status = ExitStatus::Well;
+    /// Which files a call is about that ends with a fault, for its line of JSON.
+    std::vector<std::pair<std::string, std::string>> about = {};
+    bool outputIsTaken = false;  ///< the output is a document: lines about it go to the error stream
 };
 
 /// For a command that prints one text: adds `--json`, and gives what prints the text as it stands or, with that option, as an

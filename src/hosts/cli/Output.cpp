@@ -1,6 +1,7 @@
 #include "hosts/cli/Output.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "text/Unicode.h"
 
@@ -9,12 +10,17 @@ namespace vrn::cli {
 namespace {
 
 constexpr char escape = '\x1B';
-constexpr std::string_view columnGap = "  ";
+constexpr std::size_t columnGap = 2;
 
 bool isWide(char32_t c) {
     return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) || (c >= 0xAC00 && c <= 0xD7A3) ||
            (c >= 0xF900 && c <= 0xFAFF) || (c >= 0xFE30 && c <= 0xFE6F) || (c >= 0xFF00 && c <= 0xFF60) ||
            (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x1F300 && c <= 0x1FAFF) || (c >= 0x20000 && c <= 0x3FFFD);
+}
+
+// Nearly all texts are: they are as wide as they are long and shown as they stand.
+bool isPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
 }
 
 bool isCombining(char32_t c) { return (c >= 0x0300 && c <= 0x036F) || (c >= 0x200B && c <= 0x200F) || c == 0xFEFF; }
@@ -31,6 +37,9 @@ std::string Style::marked(std::string_view code, std::string_view text) const {
 }
 
 std::size_t displayWidth(std::string_view text) {
+    if (isPlain(text)) {
+        return text.size();
+    }
     std::size_t width = 0;
     while (!text.empty()) {
         if (text.front() == escape) {
@@ -53,6 +62,9 @@ std::string padded(std::string text, std::size_t width) {
 }
 
 std::string printable(std::string_view text) {
+    if (isPlain(text)) {
+        return std::string(text);
+    }
     std::string shown;
     while (!text.empty()) {
         auto rest = text;
@@ -72,25 +84,35 @@ std::string printable(std::string_view text) {
 }
 
 std::string Table::text() const {
+    std::vector<std::size_t> own;  // of each cell
     std::vector<std::size_t> widths;
+    own.reserve(rows_.empty() ? 0 : rows_.size() * rows_.front().size());
     for (const auto& row : rows_) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
-            widths[i] = std::max(widths[i], displayWidth(row[i]));
+            own.push_back(displayWidth(row[i]));
+            widths[i] = std::max(widths[i], own.back());
         }
     }
     std::string out;
+    out.reserve(2 * std::accumulate(own.begin(), own.end(), rows_.size() * (indent_.size() + columnGap)));
+    auto width = own.cbegin();
     for (const auto& row : rows_) {
-        std::string line = indent_;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            // A column that no row has anything in takes no room.
-            if (widths[i] > 0) {
-                line += padded(row[i], widths[i]);
-                line += columnGap;
+        out += indent_;
+        std::size_t blanks = 0;  // that stand before the next cell, if one comes
+        for (std::size_t i = 0; i < row.size(); ++i, ++width) {
+            if (!row[i].empty()) {
+                out.append(blanks, ' ');
+                out += row[i];
+                blanks = 0;
             }
+            // A column that no row has anything in takes no room.
+            blanks += widths[i] > 0 ? widths[i] - *width + columnGap : 0;
         }
-        line.resize(line.find_last_not_of(' ') + 1);
-        out += line + "\n";
+        while (!out.empty() && out.back() == ' ') {
+            out.pop_back();
+        }
+        out += '\n';
     }
     return out;
 }

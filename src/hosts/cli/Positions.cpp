@@ -108,6 +108,15 @@ class Parts {
         if (code.starts_with("syringe-")) {
             return syringe_.value_or(root_);
         }
+        if (code == "atoms-differ") {
+            return atoms_.value_or(root_);
+        }
+        if (code == "names-differ") {
+            return names_.value_or(root_);
+        }
+        if (code == "cycles-differ") {
+            return data_.value_or(root_);
+        }
         return code.starts_with("sequence-") ? sequence_.value_or(root_) : Position();
     }
     /// Elements that `method::stepElements` numbers.
@@ -128,6 +137,8 @@ class Parts {
             root_ = position;
         } else if (path.size() == 2) {
             takeFirst(version_, name == "VERSION", position);
+            takeFirst(atoms_, name == "ATOMLINE", position);
+            takeFirst(names_, name == "SLCONFIG", position);
             takeFirst(signature_, name == "Signature" || name.ends_with(":Signature"), position);
         } else if (path.size() == 3) {
             takeFirst(syringe_, isIn("Syringe", "SyringeSize"), position);
@@ -152,6 +163,8 @@ class Parts {
     std::optional<Position> version_;
     std::optional<Position> syringe_;
     std::optional<Position> signature_;
+    std::optional<Position> atoms_;
+    std::optional<Position> names_;
     std::optional<Position> sequence_;
     std::optional<Position> data_;
     bool inFirstSequence_ = false;
@@ -170,6 +183,9 @@ void locate(std::vector<Finding>& findings, std::string_view text, const xml::Do
     const auto steps = method::stepElements(document);
     const auto cycles = method::embeddedCycles(document);
     for (auto& finding : findings) {
+        if (!finding.file.empty()) {
+            continue;  // it stands elsewhere
+        }
         if (finding.step > 0) {
             finding.position = parts.ofStep(steps.at(finding.step - 1));
         } else if (const auto* const cycle = method::findCycle(cycles, finding.cycle)) {
@@ -178,6 +194,34 @@ void locate(std::vector<Finding>& findings, std::string_view text, const xml::Do
             finding.position = parts.ofHead(finding.kind->code);
         }
     }
+}
+
+Position definitionPosition(std::string_view macros, std::size_t macro, std::size_t definition) {
+    TagReader reader(macros);
+    Position found;
+    std::size_t macrosSeen = 0;
+    std::size_t definitionsSeen = 0;
+    bool isInVariables = false;
+    while (const auto tag = reader.next()) {
+        if (tag->depth == 2) {
+            macrosSeen += tag->name == "Macro" ? 1 : 0;
+            isInVariables = false;
+        }
+        if (macrosSeen > macro + 1) {
+            break;
+        }
+        if (macrosSeen != macro + 1) {
+            continue;
+        }
+        if (tag->depth == 2) {
+            found = tag->position;
+        } else if (tag->depth == 3) {
+            isInVariables = tag->name == "Variables";
+        } else if (tag->depth == 4 && isInVariables && definitionsSeen++ == definition) {
+            return tag->position;
+        }
+    }
+    return found;
 }
 
 }  // namespace vrn::cli

@@ -37,6 +37,14 @@ void writeBack(Engine& engine, const XmlFile& file, const xml::Document& method,
     }
 }
 
+Json reportHead(const XmlFile& file, const char* status, const WriteArguments& write) {
+    Json json = {{"file", displayName(file.path)}, {"status", status}};
+    if (write.dryRun) {
+        json["dryRun"] = true;
+    }
+    return json;
+}
+
 void tell(const XmlFile& file, Outcome& outcome, const std::string& lines) {
     (file.path == standardInput ? outcome.err : outcome.out) += lines;
 }

@@ -5,6 +5,7 @@
 
 #include "hosts/cli/Engine.h"
 #include "hosts/cli/Files.h"
+#include "hosts/cli/Json.h"
 #include "hosts/cli/MethodRun.h"
 
 namespace vrn::cli {
@@ -19,6 +20,10 @@ struct WriteArguments {
 /// would be written is read back and verified first. Throws `Fault`; the file is the old one then.
 void writeBack(Engine& engine, const XmlFile& file, const xml::Document& method, const WriteArguments& write,
                Outcome& outcome);
+
+/// How the object about a method begins that a command which writes prints with --json: file, status and, when nothing is to be
+/// written, `dryRun`.
+[[nodiscard]] Json reportHead(const XmlFile& file, const char* status, const WriteArguments& write);
 
 /// Adds lines for the user: on the error stream when the output is the method itself.
 void tell(const XmlFile& file, Outcome& outcome, const std::string& lines);

@@ -106,6 +106,7 @@ class Catalogue {
 
     void printMacro(int index, const std::string& name, bool full, bool isFirst) {
         const auto* const parameters = checker_.inspector().parameters(name);
+        const auto* const fault = checker_.inspector().faultOf(name);
         const auto node = state().xmlValues->macros(state().domMacros).macroName(name);
         const auto date = node ? node.attribute("LastModifiedTimestamp").value_or("") : std::string();
         if (arguments_->json) {
@@ -115,6 +116,9 @@ class Catalogue {
                 Json one = {{"name", parameter.row.name}};
                 addLimits(one, parameter);
                 json["parameters"].push_back(std::move(one));
+            }
+            if (fault != nullptr) {
+                json["problem"] = faultText(*fault);
             }
             console_->out << jsonLine(json);
             return;
@@ -130,6 +134,9 @@ class Catalogue {
                        style_.dim(printable(limitsText(parameter, full)))});
         }
         console_->out << table.text();
+        if (fault != nullptr) {
+            console_->out << "    " << style_.red("! " + printable(faultText(*fault))) << "\n";
+        }
     }
 
     std::size_t printObjects() {

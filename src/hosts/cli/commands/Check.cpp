@@ -1,4 +1,5 @@
 #include <ostream>
+#include <set>
 
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
@@ -18,25 +19,38 @@ struct CheckArguments {
 
 std::size_t indexOf(Severity severity) { return static_cast<std::size_t>(severity); }
 
-Outcome outcomeOf(const MethodFile& file, const std::vector<Finding>& findings, const CheckArguments& arguments,
+// The findings of one file in the wanted format.
+std::string outputOf(const std::string& path, const std::vector<Finding>& findings, const CheckArguments& arguments,
+                     const Style& style) {
+    if (arguments.format == "json") {
+        return jsonLine({{"file", displayName(path)}, {"findings", findingsJson(findings)}});
+    }
+    if (arguments.format == "text") {
+        return findingText(path, findings, style);
+    }
+    std::string out;
+    for (const auto& finding : findings) {
+        out += (out.empty() ? "" : ",") + sarifResult(path, finding);
+    }
+    return out;
+}
+
+Outcome outcomeOf(const MethodFile& file, std::vector<Finding> findings, const CheckArguments& arguments,
                   const Style& style) {
     Outcome outcome;
     const auto worst = severityOf(arguments.failOn).value_or(Severity::Warning);
     for (const auto& finding : findings) {
-        ++outcome.counts[indexOf(finding.kind->severity)];
         if (finding.kind->severity >= worst) {
             outcome.status = ExitStatus::Findings;
         }
-    }
-    if (arguments.format == "json") {
-        outcome.out = jsonLine({{"file", displayName(file.path)}, {"findings", findingsJson(findings)}});
-    } else if (arguments.format == "sarif") {
-        for (const auto& finding : findings) {
-            outcome.out += (outcome.out.empty() ? "" : ",") + sarifResult(file.path, finding);
+        if (concernsCatalogue(finding)) {
+            outcome.once.push_back(outputOf(finding.file, {finding}, arguments, style));
+        } else {
+            ++outcome.counts[indexOf(finding.kind->severity)];
         }
-    } else {
-        outcome.out = findingText(file.path, findings, style);
     }
+    std::erase_if(findings, concernsCatalogue);
+    outcome.out = outputOf(file.path, findings, arguments, style);
     return outcome;
 }
 
@@ -45,7 +59,7 @@ class Summary {
   public:
     void add(const Outcome& outcome) {
         ++methods_;
-        faults_ += outcome.status == ExitStatus::Fault ? 1 : 0;
+        faults_ += outcome.fault.empty() ? 0 : 1;
         bool any = false;
         for (std::size_t i = 0; i < counts_.size(); ++i) {
             counts_[i] += outcome.counts[i];
@@ -53,6 +67,8 @@ class Summary {
         }
         withFindings_ += any ? 1 : 0;
     }
+
+    void addCatalogueFault() { ++catalogueFaults_; }
 
     [[nodiscard]] std::string text(const Style& style) const {
         const auto checked = methods_ - faults_;
@@ -65,6 +81,7 @@ class Summary {
         const auto result =
             found.empty() ? style.green("nothing found") : found + " in " + counted(withFindings_, "method");
         return counted(checked, "method") + " checked" + (checked > 0 ? ": " + result : "") +
+               (catalogueFaults_ > 0 ? "; " + counted(catalogueFaults_, "fault") + " of the catalogue" : "") +
                (faults_ > 0 ? "; " + counted(faults_, "file") + " could not be read" : "") + "\n";
     }
 
@@ -73,6 +90,7 @@ class Summary {
     std::size_t methods_ = 0;
     std::size_t withFindings_ = 0;
     std::size_t faults_ = 0;
+    std::size_t catalogueFaults_ = 0;
 };
 
 void listCodes(const Console& console) {
@@ -94,24 +112,32 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
     const auto set = readSet(arguments.set, console);
     const auto makeWork = [&]() -> MethodWork {
         return [&, checker = std::make_shared<Checker>(set)](const MethodFile& file) {
-            try {
-                const auto method = readXmlFile(file.path, console, "Method");
-                return outcomeOf(file, checker->check(method).findings, arguments, style);
-            } catch (const Fault& fault) {
-                auto outcome = faultOutcome(file, fault.what(), arguments.methods.json);
-                outcome.out += sarif ? sarifFault(file.path, fault.what()) : "";
-                return outcome;
-            }
+            const auto method = readXmlFile(file.path, console, "Method");
+            return outcomeOf(file, checker->check(method).findings, arguments, style);
         };
     };
     Summary summary;
+    std::set<std::string> told;
     std::string results;
+    const auto addResults = [&results](const std::string& more) {
+        results += (results.empty() || more.empty() ? "" : ",") + more;
+    };
     const auto gather = [&](Outcome& outcome) {
         summary.add(outcome);
-        if (sarif && !outcome.out.empty()) {
-            results += (results.empty() ? "" : ",") + outcome.out;
-            outcome.out.clear();
+        std::string common;
+        for (auto& output : outcome.once) {
+            if (told.insert(output).second) {
+                summary.addCatalogueFault();
+                common += (sarif && !common.empty() ? "," : "") + output;
+            }
         }
+        if (!sarif) {
+            outcome.out.insert(0, common);
+            return;
+        }
+        addResults(common);
+        addResults(outcome.fault.empty() ? outcome.out : sarifFault(outcome.file, outcome.fault));
+        outcome.out.clear();
     };
     const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
     if (sarif) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <ostream>
 
 #include "audit/AuditTrail.h"
@@ -6,7 +7,9 @@
 #include "hosts/cli/Json.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
+#include "method/SignatureState.h"
 #include "text/Lists.h"
+#include "text/Unicode.h"
 
 namespace vrn::cli {
 
@@ -40,14 +43,27 @@ class DiffText {
         for (const auto& difference : diff.cycles) {
             addLines(difference, "Cycle ");
         }
+        for (const auto& difference : diff.rest) {
+            addRest(difference);
+        }
         return table_.text();
     }
 
   private:
+    // A value that stands in a row of its own; what is there and empty is told from what is not there.
+    [[nodiscard]] static std::string cell(const std::optional<std::string>& value) {
+        return !value ? std::string() : value->empty() ? "(empty)" : printable(*value);
+    }
+
     // Texts of several lines stand side by side, equal lines left out at both ends.
     void addLines(const Difference& difference, const std::string& prefix) {
         auto before = text::split(difference.before.value_or(""), "\n");
         auto after = text::split(difference.after.value_or(""), "\n");
+        auto label = prefix + difference.name;
+        if (before.size() <= 1 && after.size() <= 1) {
+            table_.add({printable(label), style_.red(cell(difference.before)), style_.green(cell(difference.after))});
+            return;
+        }
         while (!before.empty() && !after.empty() && before.back() == after.back()) {
             before.pop_back();
             after.pop_back();
@@ -56,12 +72,43 @@ class DiffText {
         while (first < std::min(before.size(), after.size()) && before[first] == after[first]) {
             ++first;
         }
-        auto label = prefix + difference.name;
         for (auto i = first; i < std::max(before.size(), after.size()); ++i) {
             table_.add({printable(label), i < before.size() ? style_.red(printable(before[i])) : "",
                         i < after.size() ? style_.green(printable(after[i])) : ""});
             label.clear();
         }
+    }
+
+    // Signatures' values, XML of whole elements: the part is shown in which two long values begin to differ.
+    void addRest(const Difference& difference) {
+        const auto before = cell(difference.before);
+        const auto after = cell(difference.after);
+        const auto same = static_cast<std::size_t>(
+            std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first - before.begin());
+        table_.add({printable(difference.name), style_.red(excerpt(before, same)), style_.green(excerpt(after, same))});
+    }
+
+    [[nodiscard]] static std::string excerpt(const std::string& value, std::size_t around) {
+        constexpr std::size_t widest = 32;
+        constexpr std::size_t lead = 8;
+        if (displayWidth(value) <= widest) {
+            return value;
+        }
+        std::string shown;
+        std::string_view left = value;
+        if (around > lead) {
+            shown = "…";
+            while (value.size() - left.size() + lead < around) {
+                (void)text::takeCodePoint(left);
+            }
+        }
+        while (!left.empty() && displayWidth(shown) + 1 < widest) {
+            auto rest = left;
+            (void)text::takeCodePoint(rest);
+            shown += left.substr(0, left.size() - rest.size());
+            left = rest;
+        }
+        return left.empty() ? shown : shown + "…";
     }
 
     void addStep(const StepDifference& step) {
@@ -74,8 +121,8 @@ class DiffText {
             table_.add({"~ " + printable(step.cycle), number(*step.before), number(*step.after)});
         }
         for (const auto& value : step.values) {
-            table_.add({"    " + printable(value.name), style_.red(printable(value.before.value_or(""))),
-                        style_.green(printable(value.after.value_or("")))});
+            table_.add(
+                {"    " + printable(value.name), style_.red(cell(value.before)), style_.green(cell(value.after))});
         }
     }
 
@@ -105,17 +152,32 @@ Json diffJson(const DiffArguments& arguments, const MethodDiff& diff) {
                          {"new", number(step.after)},
                          {"values", differencesJson(step.values)}});
     }
-    return {{"old", displayName(arguments.before)},
-            {"new", displayName(arguments.after)},
-            {"head", differencesJson(diff.head)},
-            {"steps", std::move(steps)},
-            {"cycles", differencesJson(diff.cycles)}};
+    return {{"old", displayName(arguments.before)},   {"new", displayName(arguments.after)},
+            {"head", differencesJson(diff.head)},     {"steps", std::move(steps)},
+            {"cycles", differencesJson(diff.cycles)}, {"rest", differencesJson(diff.rest)}};
+}
+
+std::string signatureName(Engine& engine, const xml::Document& method) {
+    engine.state().domMethod = method;
+    const auto verification = method::VerifyLoadedMethod(engine.state());
+    return std::string(method::signatureStateName(method::signatureState(verification, method::contentOf(method))));
+}
+
+// That one method is intact and the other is not says more than the bytes of their signatures.
+void addSignature(MethodDiff& diff, const xml::Document& before, const xml::Document& after) {
+    Engine engine;
+    auto old = signatureName(engine, before);
+    auto now = signatureName(engine, after);
+    if (old != now) {
+        diff.head.insert(diff.head.begin(), {"Signature", std::move(old), std::move(now)});
+    }
 }
 
 ExitStatus printDiff(const Console& console, const DiffArguments& arguments) {
     const auto before = readXmlFile(arguments.before, console, "Method");
     const auto after = readXmlFile(arguments.after, console, "Method");
-    const auto diff = differenceOf(method::contentOf(before.document), method::contentOf(after.document));
+    auto diff = differenceOf(before.document, after.document);
+    addSignature(diff, before.document, after.document);
     if (arguments.json) {
         console.out << jsonLine(diffJson(arguments, diff));
     } else if (!diff.empty()) {
@@ -162,12 +224,14 @@ void addDiff(CLI::App& tool, Session& session) {
     addSetOptions(command, arguments->set);
     command.footer(
         "Steps are matched by their cycles, values by the names of their parameters. \"~\" marks a step that\n"
-        "changed, \"+\" one that is new, \"-\" one that is gone. Exit status 1 when there is a difference.\n\n"
+        "changed, \"+\" one that is new, \"-\" one that is gone. Whatever else differs in the documents stands below,\n"
+        "by its path. Exit status 1 when there is a difference.\n\n"
         "Examples:\n"
         "  vrnmethod diff method.xml.bak method.xml\n"
         "  git show HEAD:method.xml | vrnmethod diff - method.xml\n"
         "  vrnmethod diff --audit --set instrument/ old.xml new.xml");
     command.callback([arguments, &session] {
+        session.about = {{"old", displayName(arguments->before)}, {"new", displayName(arguments->after)}};
         session.status =
             arguments->audit ? printAudit(session.console, *arguments) : printDiff(session.console, *arguments);
     });

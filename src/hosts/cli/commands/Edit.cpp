@@ -2,11 +2,13 @@
 #include <filesystem>
 #include <ostream>
 
+#include "audit/AuditTrail.h"
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
 #include "hosts/cli/FindingText.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/ScriptedUser.h"
+#include "hosts/cli/StepRepair.h"
 #include "hosts/cli/System.h"
 
 namespace vrn::cli {
@@ -37,11 +39,12 @@ class Editing {
         }
         const auto commands = parseEditScript(arguments_->script, readFile(arguments_->script, *console_));
         const auto method = readXmlFile(arguments_->method, *console_, "Method");
-        requireWhole(method);
         auto& engine = checker_.engine();
-        engine.load(method.text);
-        ScriptedUser(engine, arguments_->script).carryOut(commands);
-        const auto audit = arguments_->audit.empty() ? std::string() : engine.editor().AuditTrail();
+        const auto inspection = editable(method);
+        const auto repair = repaired(engine, method, inspection, arguments_->script, commands);
+        engine.load(repair ? repair->text : method.text);
+        ScriptedUser(engine, arguments_->script).carryOut(repair ? repair->commands : commands);
+        const auto audit = auditTrail(repair ? &method : nullptr);
         const auto auditReports = engine.takeReports();
         const auto built = engine.editor().GetMethodXml();
         if (const auto reports = engine.takeReports(); !built || !reports.empty()) {
@@ -68,16 +71,28 @@ class Editing {
     }
 
   private:
-    // What the editor would not show cannot be edited.
-    void requireWhole(const XmlFile& method) {
-        for (const auto& finding : checker_.check(method.document).findings) {
+    // What the editor would not show cannot be edited; steps that it cannot read apart.
+    method::Inspection editable(const XmlFile& method) {
+        auto result = checker_.check(method.document);
+        for (const auto& finding : result.findings) {
             const auto code = finding.kind->code;
-            if (concernsSignature(finding) || code == "step-malformed" || code == "cycle-unknown" ||
-                code == "version-unsupported" || code == "editor-report") {
+            if (concernsSignature(finding) || code == "version-unsupported" || code == "catalogue-fault" ||
+                code == "editor-report") {
                 throw Fault(displayName(method.path) + ": cannot be edited: " +
-                            (finding.step > 0 ? placeOf(finding) + ": " : "") + finding.message);
+                            (finding.cycle.empty() ? "" : placeOf(finding) + ": ") + finding.message);
             }
         }
+        return std::move(result.inspection);
+    }
+
+    // Against the method as it was handed over, which is not what the editor has loaded when steps were repaired.
+    std::string auditTrail(const XmlFile* original) {
+        if (arguments_->audit.empty()) {
+            return {};
+        }
+        auto& engine = checker_.engine();
+        return original == nullptr ? engine.editor().AuditTrail()
+                                   : audit::AuditTrailAgainst(engine.state(), original->document);
     }
 
     [[nodiscard]] bool auditGoesToOutput() const { return arguments_->audit == standardInput; }
@@ -121,8 +136,9 @@ class Editing {
                     const std::vector<Finding>& findings) const {
         auto& out = method.path == standardInput || auditGoesToOutput() ? console_->err : console_->out;
         if (arguments_->json) {
-            out << jsonLine(
-                {{"file", displayName(method.path)}, {"status", status}, {"findings", findingsJson(findings)}});
+            auto json = reportHead(method, status, arguments_->write);
+            json["findings"] = findingsJson(findings);
+            out << jsonLine(json);
             return;
         }
         out << displayName(method.path) << ": " << words << "\n"
@@ -153,12 +169,17 @@ void addEdit(CLI::App& tool, Session& session) {
     addWriteOptions(command, arguments->write);
     command.footer(
         std::string(editScriptHelp) +
-        "\n\nEvery edit passes the checks of the editor's window. The file is written when all of them went through,\n"
+        "\n\nA step that the editor cannot read can be deleted or replaced; a script does that first. Every edit passes\n"
+        "the checks of the editor's window. The file is written when all of them went through,\n"
         "and stays as it is otherwise.\n\n"
         "Examples:\n"
         "  vrnmethod edit method.xml --script changes.txt --set instrument/ --audit audit.xml\n"
         "  echo 'set 2 Volume=5' | vrnmethod edit method.xml --script - --set instrument/");
-    command.callback([arguments, &session] { session.status = Editing(session.console, *arguments).run(); });
+    command.callback([arguments, &session] {
+        session.about = {{"file", displayName(arguments->method)}};
+        session.outputIsTaken = arguments->method == standardInput || arguments->audit == standardInput;
+        session.status = Editing(session.console, *arguments).run();
+    });
 }
 
 }  // namespace vrn::cli

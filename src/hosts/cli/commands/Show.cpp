@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
@@ -6,6 +8,7 @@
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
 #include "hosts/cli/ParameterText.h"
+#include "method/SignatureState.h"
 #include "text/Lists.h"
 
 namespace vrn::cli {
@@ -25,14 +28,41 @@ std::vector<std::string> descriptionLines(const method::MethodContent& content) 
     return lines;
 }
 
-std::string signatureWords(const method::Inspection& inspection) {
-    if (inspection.verification.version == method::MethodVersion::Unsupported) {
-        return "signature not known";
+std::string signatureName(const method::Inspection& inspection) {
+    return std::string(method::signatureStateName(method::signatureState(inspection.verification, inspection.content)));
+}
+
+// Steps take much the same room: once some are told, there is room for all. Growing bit by bit a long text is copied again and again.
+void reserveForSteps(std::string& out, std::size_t told, std::size_t all) {
+    constexpr std::size_t enough = 64;
+    if (told == enough && all > enough) {
+        out.reserve(out.size() + out.size() / enough * (all - enough) / 10 * 11);
     }
-    if (inspection.verification.code == 0) {
-        return "signature intact";
+}
+
+// What is told of a parameter, which many steps have: made once.
+template <typename Told>
+class PerParameter {
+  public:
+    explicit PerParameter(Told (*tell)(const catalogue::Parameter&)) : tell_(tell) {}
+    const Told& of(const catalogue::Parameter& parameter) {
+        const auto found = told_.find(&parameter);
+        return found != told_.end() ? found->second : told_.emplace(&parameter, tell_(parameter)).first->second;
     }
-    return inspection.content.isSigned ? "signature does not match" : "not signed";
+
+  private:
+    Told (*tell_)(const catalogue::Parameter&);
+    std::unordered_map<const catalogue::Parameter*, Told> told_;
+};
+
+struct ParameterCells {
+    std::string name;
+    std::string unit;
+    std::string limits;
+};
+
+ParameterCells cellsOf(const catalogue::Parameter& parameter) {
+    return {printable(parameter.row.name), printable(parameter.unit), printable(limitsText(parameter, false))};
 }
 
 // One method as text: a head of key and value, then the numbered steps with a table of parameters each.
@@ -49,7 +79,8 @@ class Page {
     std::string text(const std::string& file) {
         out_ = style_.bold(displayName(file)) + "\n";
         const auto& content = inspection_->content;
-        head("Version", printable(content.version.value_or("none")) + ", " + signatureWords(*inspection_));
+        head("Version", printable(content.version.value_or("none")));
+        head("Signature", signatureName(*inspection_));
         std::string label = "Description";
         for (const auto& line : descriptionLines(content)) {
             head(label, printable(line));
@@ -60,10 +91,16 @@ class Page {
         head("Sequence", counted(inspection_->steps.size(), "step"));
         for (std::size_t i = 0; i < inspection_->steps.size(); ++i) {
             addStep(i + 1, inspection_->steps[i]);
+            reserveForSteps(out_, i + 1, inspection_->steps.size());
         }
         for (const auto* const finding : remarks_) {
-            if (finding->kind->code == "cycle-outdated") {
-                out_ += "\n  " + style_.yellow("! " + placeOf(*finding) + ": " + printable(finding->message)) + "\n";
+            const auto code = finding->kind->code;
+            if (code == "cycle-outdated" || code.ends_with("-differ") || concernsCatalogue(*finding)) {
+                const auto place = placeOf(*finding);
+                out_ +=
+                    "\n  " +
+                    style_.yellow("! " + (place.empty() ? "" : printable(place) + ": ") + printable(finding->message)) +
+                    "\n";
             }
         }
         return out_;
@@ -86,13 +123,23 @@ class Page {
         Table table("      ");
         for (const auto& value : step.values) {
             const bool valid = value.status == catalogue::ValueStatus::Valid;
-            table.add({printable(value.parameter->row.name), printable(value.value), printable(value.parameter->unit),
-                       valid ? style_.dim(printable(limitsText(*value.parameter, false)))
-                             : style_.red("! " + printable(catalogue::statusText(*value.parameter, value.status)))});
+            const auto& told = cells_.of(*value.parameter);
+            std::vector<std::string> cells;
+            cells.reserve(4);
+            cells.push_back(told.name);
+            cells.push_back(printable(value.value));
+            cells.push_back(told.unit);
+            cells.push_back(valid
+                                ? style_.dim(told.limits)
+                                : style_.red("! " + printable(catalogue::statusText(*value.parameter, value.status))));
+            table.add(std::move(cells));
         }
         for (const auto* const parameter : step.missing) {
-            table.add(
-                {printable(parameter->row.name), "", printable(parameter->unit), style_.yellow("! has no value")});
+            const auto& told = cells_.of(*parameter);
+            table.add({told.name, "", told.unit, style_.yellow("! has no value")});
+        }
+        for (const auto& value : step.unchecked) {
+            table.add({"", printable(value), "", style_.red("! cannot be checked: the catalogue's cycle is at fault")});
         }
         for (const auto& value : step.surplus) {
             table.add({"", printable(value), "", style_.yellow("! no parameter is for it")});
@@ -103,56 +150,109 @@ class Page {
     const method::Inspection* inspection_;
     Style style_;
     std::vector<const Finding*> remarks_;
+    PerParameter<ParameterCells> cells_{cellsOf};
     std::string out_;
 };
 
-Json valueJson(const method::InspectedValue& value) {
-    Json json = {{"name", value.parameter->row.name}, {"value", value.value}};
-    addLimits(json, *value.parameter);
-    json["valid"] = value.status == catalogue::ValueStatus::Valid;
-    if (value.status != catalogue::ValueStatus::Valid) {
-        json["problem"] = catalogue::statusText(*value.parameter, value.status);
+// A method as JSON text, step by step: as one value in memory it would take many times the room of the file.
+class JsonPage {
+  public:
+    std::string text(const std::string& file, const Checker::Result& result) {
+        const auto& content = result.inspection.content;
+        Json head = {{"file", displayName(file)}};
+        head["version"] = content.version ? Json(*content.version) : Json();
+        head["signature"] = signatureName(result.inspection);
+        head["description"] = descriptionLines(content);
+        head["syringe"] = content.syringe ? Json(*content.syringe) : Json();
+        out_ = jsonText(head);
+        out_.pop_back();
+        out_ += ",\"steps\":[";
+        for (std::size_t i = 0; i < result.inspection.steps.size(); ++i) {
+            out_ += i == 0 ? "" : ",";
+            addStep(i + 1, result.inspection.steps[i]);
+            reserveForSteps(out_, i + 1, result.inspection.steps.size());
+        }
+        out_ += "],\"findings\":" + jsonText(findingsJson(result.findings)) + "}\n";
+        return std::move(out_);
     }
-    return json;
-}
 
-Json stepJson(std::size_t number, const method::InspectedStep& step) {
-    Json json = {{"step", number}};
-    if (!step.readable) {
-        json["text"] = step.text;
-        return json;
+  private:
+    // What stands around a parameter's value.
+    struct Frame {
+        std::string before;
+        std::string after;
+    };
+    static Frame frameOf(const catalogue::Parameter& parameter) {
+        Json limits = Json::object();
+        addLimits(limits, parameter);
+        auto after = jsonText(limits);
+        after.pop_back();
+        after[0] = ',';
+        return {R"({"name":)" + jsonText(parameter.row.name) + R"(,"value":)", after.size() > 1 ? after : ""};
     }
-    json["cycle"] = step.macro;
-    json["known"] = step.known;
-    json["parameters"] = Json::array();
-    for (const auto& value : step.values) {
-        json["parameters"].push_back(valueJson(value));
-    }
-    for (const auto* const parameter : step.missing) {
-        Json missing = {{"name", parameter->row.name}, {"value", nullptr}};
-        addLimits(missing, *parameter);
-        json["parameters"].push_back(std::move(missing));
-    }
-    if (!step.surplus.empty()) {
-        json["surplus"] = step.surplus;
-    }
-    return json;
-}
 
-Json methodJson(const std::string& file, const Checker::Result& result) {
-    const auto& content = result.inspection.content;
-    Json json = {{"file", displayName(file)}};
-    json["version"] = content.version ? Json(*content.version) : Json();
-    json["signature"] = signatureWords(result.inspection);
-    json["description"] = descriptionLines(content);
-    json["syringe"] = content.syringe ? Json(*content.syringe) : Json();
-    json["steps"] = Json::array();
-    for (std::size_t i = 0; i < result.inspection.steps.size(); ++i) {
-        json["steps"].push_back(stepJson(i + 1, result.inspection.steps[i]));
+    void addStep(std::size_t number, const method::InspectedStep& step) {
+        out_ += R"({"step":)" + std::to_string(number);
+        if (!step.readable) {
+            out_ += R"(,"text":)" + jsonText(step.text) + "}";
+            return;
+        }
+        out_ += R"(,"cycle":)";
+        addText(step.macro);
+        out_ += step.known ? R"(,"known":true,"parameters":[)" : R"(,"known":false,"parameters":[)";
+        bool isFirst = true;
+        const auto begin = [&](const catalogue::Parameter& parameter) -> const Frame& {
+            const auto& frame = frames_.of(parameter);
+            out_ += isFirst ? "" : ",";
+            out_ += frame.before;
+            isFirst = false;
+            return frame;
+        };
+        for (const auto& value : step.values) {
+            const auto& frame = begin(*value.parameter);
+            const bool isValid = value.status == catalogue::ValueStatus::Valid;
+            addText(value.value);
+            out_ += frame.after;
+            if (isValid) {
+                out_ += R"(,"valid":true})";
+                continue;
+            }
+            out_ += R"(,"valid":false,"problem":)";
+            addText(catalogue::statusText(*value.parameter, value.status));
+            out_ += "}";
+        }
+        for (const auto* const parameter : step.missing) {
+            const auto& frame = begin(*parameter);
+            out_ += "null" + frame.after + "}";
+        }
+        out_ += "]";
+        addTexts("unchecked", step.unchecked);
+        addTexts("surplus", step.surplus);
+        out_ += "}";
     }
-    json["findings"] = findingsJson(result.findings);
-    return json;
-}
+
+    // Nearly all texts need nothing but quotes.
+    void addText(std::string_view text) {
+        const bool isPlain = std::all_of(text.begin(), text.end(),
+                                         [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; });
+        if (isPlain) {
+            out_ += '"';
+            out_ += text;
+            out_ += '"';
+        } else {
+            out_ += jsonText(text);
+        }
+    }
+
+    void addTexts(const char* key, const std::vector<std::string_view>& texts) {
+        if (!texts.empty()) {
+            out_ += ",\"" + std::string(key) + "\":" + jsonText(texts);
+        }
+    }
+
+    PerParameter<Frame> frames_{frameOf};
+    std::string out_;
+};
 
 ExitStatus run(const Console& console, const ShowArguments& arguments) {
     const auto set = readSet(arguments.set, console);
@@ -161,7 +261,7 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
             const auto method = readXmlFile(file.path, console, "Method");
             const auto result = checker->check(method);
             Outcome outcome;
-            outcome.out = arguments.methods.json ? jsonLine(methodJson(file.path, result))
+            outcome.out = arguments.methods.json ? JsonPage().text(file.path, result)
                                                  : Page(result, Style(console.outHasColour)).text(file.path);
             return outcome;
         };

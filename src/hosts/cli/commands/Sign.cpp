@@ -4,13 +4,14 @@
 #include "hosts/cli/Commands.h"
 #include "hosts/cli/FindingText.h"
 #include "hosts/cli/Names.h"
-#include "method/Verification.h"
+#include "method/SignatureState.h"
 
 namespace vrn::cli {
 
 namespace {
 
 using method::MethodVersion;
+using method::SignatureState;
 
 struct SignArguments {
     SetArguments set;
@@ -40,6 +41,11 @@ class Signer {
                                        ? "its version is not known"
                                        : "it is not of version 04: use convert");
         }
+        const auto before = method::signatureState(verification, method::contentOf(method.document));
+        if (before == SignatureState::Changed && !arguments_->force) {
+            return refused(method,
+                           "its signature does not match: look at what was changed with diff; --force signs it anew");
+        }
         if (const auto errors = errorsOf(method); !errors.empty()) {
             return refused(method, "check finds errors; --force signs all the same", errors);
         }
@@ -53,7 +59,10 @@ class Signer {
         }
         method::MethodSigner(state).sign(method.document);
         writeBack(engine(), method, method.document, arguments_->write, outcome);
-        return told(method, "signed", arguments_->write.dryRun ? "would be signed" : "signed", std::move(outcome));
+        const std::string be = arguments_->write.dryRun ? "would be " : "";
+        return before == SignatureState::Changed
+                   ? told(method, "signed-anew", "signature did not match; " + be + "signed anew", std::move(outcome))
+                   : told(method, "signed", be + "signed", std::move(outcome));
     }
 
   private:
@@ -75,11 +84,10 @@ class Signer {
         Outcome outcome;
         outcome.status = ExitStatus::Findings;
         if (arguments_->methods.json) {
-            tell(file, outcome,
-                 jsonLine({{"file", displayName(file.path)},
-                           {"status", "refused"},
-                           {"message", why},
-                           {"findings", findingsJson(findings)}}));
+            auto json = headOf(file, "refused");
+            json["message"] = why;
+            json["findings"] = findingsJson(findings);
+            tell(file, outcome, jsonLine(json));
         } else {
             outcome.err = "vrnmethod: " + displayName(file.path) + ": not signed: " + why + "\n" +
                           findingText(file.path, findings, Style(console_->errHasColour));
@@ -87,10 +95,13 @@ class Signer {
         return outcome;
     }
 
-    Outcome told(const XmlFile& file, const char* status, const char* words, Outcome outcome) const {
+    [[nodiscard]] Json headOf(const XmlFile& file, const char* status) const {
+        return reportHead(file, status, arguments_->write);
+    }
+
+    Outcome told(const XmlFile& file, const char* status, const std::string& words, Outcome outcome) const {
         tell(file, outcome,
-             arguments_->methods.json ? jsonLine({{"file", displayName(file.path)}, {"status", status}})
-                                      : displayName(file.path) + ": " + words + "\n");
+             arguments_->methods.json ? jsonLine(headOf(file, status)) : displayName(file.path) + ": " + words + "\n");
         return outcome;
     }
 
@@ -123,10 +134,12 @@ void addSign(CLI::App& tool, Session& session) {
     addMethodOptions(command, arguments->methods);
     addSetOptions(command, arguments->set);
     addWriteOptions(command, arguments->write);
-    command.flag("-f,--force", arguments->force, "Sign whatever check has to say; no document set is needed then");
+    command.flag("-f,--force", arguments->force,
+                 "Sign whatever check finds, anew where a signature does not match; no document set is needed then");
     command.footer(
-        "Methods of version 04 that are not intact get a new signature, the others stay untouched. What check\n"
-        "calls an error is not signed. A method from standard input goes to standard output.\n\n"
+        "Methods of version 04 without a signature get one, intact ones stay untouched. What check calls an error\n"
+        "is not signed, nor is a method whose signature does not match: look at what was changed with diff against\n"
+        "a copy that you trust, then use --force. A method from standard input goes to standard output.\n\n"
         "Examples:\n"
         "  vrnmethod sign --set instrument/ edited.xml\n"
         "  vrnmethod sign --set instrument/ --dry-run methods/\n"

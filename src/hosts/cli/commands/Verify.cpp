@@ -4,42 +4,48 @@
 #include "hosts/cli/Json.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
-#include "method/MethodContent.h"
-#include "method/Verification.h"
+#include "method/SignatureState.h"
 
 namespace vrn::cli {
 
 namespace {
 
-using method::MethodVersion;
+using method::SignatureState;
 
 struct Verdict {
-    std::string status;
+    SignatureState state = SignatureState::Unknown;
     std::string message;
     std::string version;
 };
 
 Verdict verdictOn(const method::VerificationResult& result, const method::MethodContent& content) {
-    const auto version = content.version.value_or("");
-    if (result.version == MethodVersion::Unsupported) {
-        return {"unknown", "how version " + result.unsupportedVersion + " is signed is not known", version};
+    Verdict verdict{method::signatureState(result, content), {}, content.version.value_or("")};
+    switch (verdict.state) {
+        case SignatureState::Intact:
+            break;
+        case SignatureState::Changed:
+            verdict.message = "the file was changed outside the editor";
+            break;
+        case SignatureState::Unsigned:
+            verdict.message = "there is no signature";
+            break;
+        case SignatureState::Unknown:
+            verdict.message = "how version " + result.unsupportedVersion + " is signed is not known";
+            break;
     }
-    if (result.code == 0) {
-        return {"intact", "", version};
-    }
-    return content.isSigned ? Verdict{"changed", "the file was changed outside the editor", version}
-                            : Verdict{"unsigned", "there is no signature", version};
+    return verdict;
 }
 
 std::string textOf(const std::string& file, const Verdict& verdict, const Style& style) {
-    const bool intact = verdict.status == "intact";
-    auto line = padded(intact ? style.green(verdict.status) : style.red(verdict.status), 10) + displayName(file);
+    const auto status = method::signatureStateName(verdict.state);
+    const bool intact = verdict.state == SignatureState::Intact;
+    auto line = padded(intact ? style.green(status) : style.red(status), 10) + displayName(file);
     line += verdict.version.empty() ? " (no version)" : " (version " + printable(verdict.version) + ")";
     return line + (verdict.message.empty() ? "" : ": " + printable(verdict.message)) + "\n";
 }
 
 Json jsonOf(const std::string& file, const Verdict& verdict) {
-    Json json = {{"file", displayName(file)}, {"status", verdict.status}};
+    Json json = {{"file", displayName(file)}, {"status", method::signatureStateName(verdict.state)}};
     json["version"] = verdict.version.empty() ? Json() : Json(verdict.version);
     if (!verdict.message.empty()) {
         json["message"] = verdict.message;
@@ -55,7 +61,7 @@ MethodWork verifier(const Console& console, bool json) {
         const auto result = method::VerifyLoadedMethod(state);
         const auto verdict = verdictOn(result, method::contentOf(method.document));
         Outcome outcome;
-        outcome.status = verdict.status == "intact" ? ExitStatus::Well : ExitStatus::Findings;
+        outcome.status = verdict.state == SignatureState::Intact ? ExitStatus::Well : ExitStatus::Findings;
         outcome.out =
             json ? jsonLine(jsonOf(file.path, verdict)) : textOf(file.path, verdict, Style(console.outHasColour));
         return outcome;
