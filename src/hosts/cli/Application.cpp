@@ -2,11 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <new>
 #include <ostream>
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
 #include "hosts/cli/Suggestion.h"
+#include "hosts/cli/System.h"
 
 namespace vrn::cli {
 
@@ -64,6 +66,12 @@ ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>&
         return session.status;
     } catch (const CLI::ParseError& error) {
         return tool.exit(error, session.console.out, session.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
+    } catch (const system::Interrupted&) {
+        session.console.err << "vrnmethod: interrupted\n";
+        return ExitStatus::Interrupted;
+    } catch (const std::bad_alloc&) {
+        session.console.err << "vrnmethod: " << notEnoughMemory << '\n';
+        return ExitStatus::Fault;
     } catch (const std::exception& error) {
         session.console.err << "vrnmethod: " << error.what() << '\n';
         return ExitStatus::Fault;
@@ -113,6 +121,7 @@ ExitStatus runTool(const std::vector<std::string>& arguments, const Console& con
         }
         return status;
     } catch (...) {
+        console.err << "vrnmethod: " << notEnoughMemory << '\n';  // nothing else can fail before the call is read
         return ExitStatus::Fault;
     }
 }

@@ -113,7 +113,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
             outcome.out.clear();
         }
     };
-    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
+    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, nullptr, gather});
     if (sarif) {
         console.out << sarifDocument(results);
     } else if (arguments.format == "text") {
