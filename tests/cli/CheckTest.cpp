@@ -58,8 +58,7 @@ TEST_F(CheckTest, SignatureVersionAndCycles) {
     writeMethod("m.xml", {"WASH(5,W1,0)", "COUNT(3)"});
     write("changed.xml", xml::encodeXmlFile(text::replacedAll(text("m.xml"), "COUNT(3)", "COUNT(4)")));
     EXPECT_THAT(codes("changed.xml"), ElementsAre("signature-invalid"));
-    write("unsigned.xml",
-          xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
+    write("unsigned.xml", xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
     EXPECT_THAT(codes("unsigned.xml"), ElementsAre("signature-missing"));
     write("old.xml", "<Method/>");
     EXPECT_THAT(codes("old.xml"), ElementsAre("signature-missing", "version-old", "syringe-unknown", "sequence-empty"));

@@ -118,7 +118,8 @@ TEST_F(ScriptHostTest, EveryKindOfBadRequest) {
         {R"({"do":"SetXmlDocuments","macros":"","objects":"","method":""})", "argument 'config' is missing"},
         {R"({"do":"SetXmlDocuments","macros":[]})", R"(argument 'macros' must be XML text or {"file": PATH})"},
         {R"({"do":"SetXmlDocuments","macros":{"path":"x"}})", "argument 'file' is missing"},
-        {R"({"do":"SetXmlDocuments","macros":{"file":"/no/such"}})", "cannot read file '/no/such': no such file or folder"},
+        {R"({"do":"SetXmlDocuments","macros":{"file":"/no/such"}})",
+         "cannot read file '/no/such': no such file or folder"},
         {R"({"do":"SetXmlDocuments","macros":{"file":"/"}})", "cannot read file '/': is a folder"}};
     for (const auto& [line, error] : bad) {
         EXPECT_EQ(fault(line), error) << line;

@@ -17,7 +17,8 @@ Console standardConsole() {
         (noColour == nullptr || *noColour == '\0') && !(terminal != nullptr && std::string_view(terminal) == "dumb");
     const bool outIsTerminal = system::isTerminal(system::Stream::Out);
     const bool errIsTerminal = system::isTerminal(system::Stream::Err);
-    return {system::input(), system::output(), system::errors(), outIsTerminal && mayColour, errIsTerminal && mayColour, errIsTerminal};
+    return {system::input(), system::output(), system::errors(), outIsTerminal && mayColour, errIsTerminal && mayColour,
+            errIsTerminal};
 }
 
 }  // namespace vrn::cli

@@ -25,9 +25,9 @@ using MethodWork = std::function<Outcome(const MethodFile& file)>;
 struct MethodRun {
     const Console& console;
     const MethodArguments& arguments;
-    std::vector<std::string> setFiles;           ///< no methods, though they lie in a folder of them
-    std::function<MethodWork()> makeWork;        ///< called by each thread, side by side
-    const WriteArguments* write = nullptr;       ///< of a command that writes: interruptions wait for the method at hand
+    std::vector<std::string> setFiles;      ///< no methods, though they lie in a folder of them
+    std::function<MethodWork()> makeWork;   ///< called by each thread, side by side
+    const WriteArguments* write = nullptr;  ///< of a command that writes: interruptions wait for the method at hand
     std::function<void(Outcome&)> beforeOutput;  ///< may look at every outcome, in order, and take its output away
 };
 

@@ -25,7 +25,8 @@ void requireIntact(Engine& engine, const XmlFile& file, std::string_view bytes) 
 }  // namespace
 
 void FilesInUse::add(const std::string& path) {
-    if (auto identity = path == standardInput ? system::identityOfInput() : system::identityOf(path); !identity.empty()) {
+    if (auto identity = path == standardInput ? system::identityOfInput() : system::identityOf(path);
+        !identity.empty()) {
         identities_.insert(std::move(identity));
     }
 }
@@ -38,7 +39,8 @@ void FilesInUse::add(const std::vector<std::string>& paths) {
 
 void FilesInUse::requireFree(const std::string& path, const std::string& shown, const std::string& what) const {
     if (identities_.contains(system::identityOf(path))) {
-        throw Fault(displayName(shown) + ": " + what + " would replace a file that this call uses; nothing was written");
+        throw Fault(displayName(shown) + ": " + what +
+                    " would replace a file that this call uses; nothing was written");
     }
 }
 

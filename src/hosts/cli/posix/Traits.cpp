@@ -92,23 +92,12 @@ mode_t groupRights(const Traits& traits) {
     return 0;
 }
 
-std::string userName(uid_t user) {
-    const auto* const entry = getpwuid(user);  // NOLINT(concurrency-mt-unsafe): under the lock of `requireHarmless`
-    return entry != nullptr ? entry->pw_name : std::to_string(user);
-}
-
 std::string groupName(gid_t group) {
-    const auto* const entry = getgrgid(group);  // NOLINT(concurrency-mt-unsafe): as above
+    const auto* const entry = getgrgid(group);  // NOLINT(concurrency-mt-unsafe): under the lock of `requireHarmless`
     return entry != nullptr ? entry->gr_name : std::to_string(group);
 }
 
-bool isMember(uid_t user, gid_t group) {
-    const auto* const entry = getpwuid(user);  // NOLINT(concurrency-mt-unsafe): as above
-    if (entry == nullptr) {
-        return false;
-    }
-    const std::string name = entry->pw_name;
-    const auto own = entry->pw_gid;
+bool isMember(const std::string& name, gid_t own, gid_t group) {
     int count = 0;
     (void)getgrouplist(name.c_str(), own, nullptr, &count);
     std::vector<gid_t> groups(static_cast<std::size_t>(count));
@@ -126,13 +115,16 @@ void requireHarmless(const Traits& old, const struct stat& now, const std::strin
     if (!keepsGroup && (hasList || groupRights(old) != otherBits(status.st_mode))) {
         fail(shown, "only its owner or root can write it and keep its group " + groupName(status.st_gid));
     }
-    if (now.st_uid == status.st_uid) {
+    // Somebody who is not known any more cannot be shut out either.
+    const auto* const owner = getpwuid(status.st_uid);  // NOLINT(concurrency-mt-unsafe): under the lock
+    if (now.st_uid == status.st_uid || owner == nullptr) {
         return;
     }
-    const auto left = keepsGroup && isMember(status.st_uid, status.st_gid) ? groupRights(old) : otherBits(status.st_mode);
+    const std::string name = owner->pw_name;
+    const bool isInGroup = keepsGroup && isMember(name, owner->pw_gid, status.st_gid);
+    const auto left = isInGroup ? groupRights(old) : otherBits(status.st_mode);
     if ((ownerAccess(status.st_mode) & ~left) != 0) {
-        fail(shown, "only its owner " + userName(status.st_uid) + " or root can write it without shutting " +
-                        userName(status.st_uid) + " out");
+        fail(shown, "only its owner " + name + " or root can write it without shutting " + name + " out");
     }
 }
 
