@@ -40,13 +40,26 @@ std::string unknownWord(const CLI::App& app) {
            (meant.empty() ? "" : "; did you mean '" + meant + "'?");
 }
 
+// What the library says of a call, in words for whoever made it.
+std::string plainly(const CLI::Error& error, const std::vector<std::string>& rest) {
+    const std::string words = error.what();
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !rest.empty()) {
+        return "'" + rest.front() + "' is one argument too many";
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        const auto name = words.substr(0, words.find(':'));
+        return name + (words.find("At Most") == std::string::npos ? " needs a value" : " can be given only once");
+    }
+    return words;
+}
+
 std::string callAtFault(const CLI::App* tool, const CLI::Error& error) {
     const auto commands = tool->get_subcommands();
     const auto command = commands.empty() ? std::string() : commands.front()->get_name() + " ";
     const CLI::App& spoken = commands.empty() ? *tool : *commands.front();
     const auto rest = spoken.remaining();
     const bool unknownOption = !rest.empty() && rest.front().starts_with('-');
-    const auto what = commands.empty() || unknownOption ? unknownWord(spoken) : std::string(error.what());
+    const auto what = commands.empty() || unknownOption ? unknownWord(spoken) : plainly(error, rest);
     return "vrnmethod: " + what + "\nTo read more: vrnmethod " + command + "--help\n";
 }
 

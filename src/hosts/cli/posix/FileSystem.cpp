@@ -104,7 +104,8 @@ class Beside {
             if (!file_ && errno != EEXIST) {
                 const int error = errno;
                 name_.clear();
-                fail(shown_, "cannot write into its folder", error);
+                error == ENOENT ? fail(shown_, "its folder does not exist")
+                                : fail(shown_, "cannot write into its folder", error);
             }
             name_ = file_ ? name_ : besideName(target);
         }
