@@ -142,7 +142,6 @@ TEST_F(FilesTest, ABackupDestroysNothing) {
     writeMethod("methods/m.xml.xml", {"COUNT(3)"});
     fs::copy(path("set/macros.xml"), path("macros.xml"));
     fs::copy_file(path("methods/m.xml"), path("macros"));
-    writeSet("2021");
     const auto other = read("methods/m.xml.xml");
     const auto sign = "sign --force @methods/m.xml @methods/m.xml.xml --backup .xml";
     write("methods/m.xml", xml::encodeXmlFile(text::replacedAll(text("methods/m.xml"), "COUNT(3)", "COUNT(4)")));
@@ -156,6 +155,8 @@ TEST_F(FilesTest, ABackupDestroysNothing) {
     EXPECT_EQ(run("sign --force @methods/m.xml --backup .old"), 2);
     EXPECT_EQ(err, "vrnmethod: methods/m.xml.old: is read-only\n");
     EXPECT_EQ(read("methods/m.xml.old"), "precious");
+    EXPECT_EQ(run("sign --force @methods/m.xml --backup /../n.xml"), 2);
+    EXPECT_EQ(err, "vrnmethod: '/../n.xml' is no suffix: it leads to another folder\n");
     const auto macros = read("macros.xml");
     EXPECT_EQ(run("edit @macros --macros macros.xml --objects @set/objects.xml --config @set/config.xml --script - "
                   "--backup .xml",

@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "method/SmallSet.h"
+#include "xml/TextFile.h"
 
 namespace vrn::test {
 namespace {
@@ -158,6 +159,19 @@ TEST_F(ScriptHostTest, FilesInAnyEncoding) {
     EXPECT_EQ(loadBytes("").at("events").size(), 1U);  // a node without children
     const auto refused = loadBytes("<?xml version='1.0' encoding='utf-8'?><\xff/>");
     EXPECT_FALSE(refused["ok"] || refused.contains("number"));
+    std::filesystem::remove(path);
+}
+
+TEST_F(ScriptHostTest, AFileThatIsNoDocument) {
+    const auto path = std::filesystem::temp_directory_path() / ("vrn-host-" + std::to_string(::getpid()) + ".xml");
+    const auto answerFor = [&] {
+        return ask({{"do", "SetXmlDocuments"}, {"macros", {{"file", path.string()}}}}).at("error").get<std::string>();
+    };
+    std::ofstream(path) << "<?xml version='1.0' encoding='UTF-16'?><Macros/>";
+    EXPECT_EQ(answerFor(), "cannot read file '" + path.string() +
+                               "': The XML text declares the encoding \"UTF-16\" but is written in single bytes.");
+    std::filesystem::resize_file(path, xml::largestFile + 1);
+    EXPECT_EQ(answerFor(), "file '" + path.string() + "' " + std::string(xml::tooLarge));
     std::filesystem::remove(path);
 }
 

@@ -1,9 +1,11 @@
 #include "hosts/cli/Rewrite.h"
 
+#include <filesystem>
 #include <utility>
 
 #include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/Names.h"
+#include "hosts/cli/Output.h"
 #include "method/Verification.h"
 #include "xml/TextFile.h"
 
@@ -59,6 +61,9 @@ void requireWritable(const MethodToWrite& file, const WriteArguments& write) {
         return;
     }
     if (!write.backupSuffix.empty()) {
+        if (std::filesystem::path("x" + write.backupSuffix).has_parent_path()) {
+            throw Fault("'" + printable(write.backupSuffix) + "' is no suffix: it leads to another folder");
+        }
         write.inUse->requireFree(system::backupOf(file.path, write.backupSuffix), file.path + write.backupSuffix,
                                  "the backup");
     }

@@ -71,6 +71,7 @@ InterruptGuard::InterruptGuard() noexcept {
     isDeferring = true;
     struct sigaction action {};
     action.sa_handler = noteInterrupt;
+    action.sa_flags = SA_RESTART;  // who waits for others waits in poll, which never begins again
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < interrupts.size(); ++i) {
         (void)sigaction(interrupts[i], nullptr, &formerActions[i]);

@@ -60,6 +60,14 @@ Handle opened(const std::string& path, DWORD access) {
                               FILE_FLAG_BACKUP_SEMANTICS, nullptr));
 }
 
+// From the drive on: not every Windows replaces a file that is named without its folder.
+std::wstring fullPath(const std::string& path) {
+    const auto name = toWide(path);
+    std::wstring full(GetFullPathNameW(name.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(name.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full.empty() ? name : full;
+}
+
 std::string identityOf(HANDLE file) {
     BY_HANDLE_FILE_INFORMATION information{};
     if (GetFileType(file) != FILE_TYPE_DISK || GetFileInformationByHandle(file, &information) == 0) {
@@ -86,7 +94,8 @@ class Beside {
   public:
     explicit Beside(const std::string& target)
         : target_(target),
-          name_(toWide(target) + L".vrnmethod-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+          place_(fullPath(target)),
+          name_(place_ + L".vrnmethod-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
                 std::to_wstring(GetCurrentThreadId())),
           file_(CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)) {
         if (!file_) {
@@ -110,8 +119,7 @@ class Beside {
     }
 
     void rename() {
-        if (MoveFileExW(name_.c_str(), toWide(target_).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) ==
-            0) {
+        if (MoveFileExW(name_.c_str(), place_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
             failByCode(target_, "cannot be replaced");
         }
         name_.clear();
@@ -120,9 +128,9 @@ class Beside {
     // Takes the place of a file that is there: its attributes, streams and access control list stay or the call fails, and its content
     // stays when it has a name to go to.
     void replace(const std::string& backup) {
-        const auto kept = toWide(backup);
-        if (ReplaceFileW(toWide(target_).c_str(), name_.c_str(), backup.empty() ? nullptr : kept.c_str(), 0, nullptr,
-                         nullptr) == 0) {
+        const auto kept = fullPath(backup);
+        if (ReplaceFileW(place_.c_str(), name_.c_str(), backup.empty() ? nullptr : kept.c_str(), 0, nullptr, nullptr) ==
+            0) {
             failByCode(target_, "cannot be replaced");
         }
         name_.clear();
@@ -130,6 +138,7 @@ class Beside {
 
   private:
     std::string target_;
+    std::wstring place_;
     std::wstring name_;
     Handle file_;
 };
@@ -156,9 +165,7 @@ std::string identityOf(const std::string& path) {
         return identityOf(file.get());
     }
     // Not there yet: its folder and its name, in which case does not count.
-    auto full = toWide(path);
-    full.resize(GetFullPathNameW(toWide(path).c_str(), 0, nullptr, nullptr));
-    full.resize(GetFullPathNameW(toWide(path).c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    auto full = fullPath(path);
     const auto name = full.find_last_of(L'\\') + 1;
     const auto folder = opened(text::fromWide(std::wstring_view(full).substr(0, name)), 0);
     (void)CharLowerW(full.data());
