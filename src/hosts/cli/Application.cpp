@@ -42,7 +42,7 @@ std::string unknownWord(const CLI::App& app) {
 
 // What the library says of a call, in words for whoever made it.
 std::string plainly(const CLI::Error& error, const std::vector<std::string>& rest) {
-    const std::string words = error.what();
+    std::string words = error.what();
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !rest.empty()) {
         return "'" + rest.front() + "' is one argument too many";
     }

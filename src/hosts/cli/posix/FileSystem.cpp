@@ -44,7 +44,7 @@ std::string targetOf(std::string path) {
             break;
         }
         const std::string next(link.data(), static_cast<std::size_t>(size));
-        path = next.starts_with('/') ? next : folderOf(path) + "/" + next;
+        path = next.starts_with('/') ? next : folderOf(path).append("/").append(next);
     }
     return path;
 }
@@ -251,7 +251,8 @@ std::string readFile(const std::string& path, std::size_t largest) {
             failUnreadable(path, errno);
         }
         size += static_cast<std::size_t>(count);
-        if (count == 0 && more > 0) {
+        // A file gives less than it is asked for at its end only.
+        if (more > 0 && (isRegular ? static_cast<std::size_t>(count) < more : count == 0)) {
             bytes.resize(size);
             return bytes;
         }
