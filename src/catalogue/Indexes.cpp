@@ -41,20 +41,22 @@ std::string withoutClosingSeparator(std::string list) {
 
 std::vector<ContentChild> contentChildren(const xml::Node& parent) {
     std::vector<ContentChild> children;
+    xml::Node first;
     std::string bare;
     const auto closeBare = [&] {
         if (!bare.empty()) {
-            children.push_back({{}, std::exchange(bare, {})});
+            children.push_back({first, std::exchange(bare, {}), false});
         }
     };
     for (auto node = parent.firstChild(); node; node = node.nextSibling()) {
         switch (node.kind()) {
             case xml::NodeKind::Element:
                 closeBare();
-                children.push_back({node, node.text()});
+                children.push_back({node, node.text(), true});
                 break;
             case xml::NodeKind::Text:
             case xml::NodeKind::CData:
+                first = bare.empty() ? node : first;
                 bare += node.text();
                 break;
             default:

@@ -114,8 +114,9 @@ class ArgumentsIndex {
 
 /// What a node holds that is read as one item: a child element, or a run of bare text.
 struct ContentChild {
-    xml::Node element;  ///< none for bare text
-    std::string text;   ///< of an element as reading gives it, bare text as it stands
+    xml::Node node;    ///< the element, or the first text of the run
+    std::string text;  ///< of an element as reading gives it, bare text as it stands
+    bool isElement = false;
 };
 
 /// The items among a node's children. Comments and processing instructions are none, and part no text; nor do the borders of

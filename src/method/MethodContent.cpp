@@ -54,11 +54,11 @@ std::vector<std::string> stepTexts(const xml::Document& method) {
 
 std::vector<xml::Node> stepNodes(const xml::Document& method) {
     std::vector<xml::Node> nodes;
-    forEachInSequence(method, [&](const xml::Node& node, const std::string& text) {
-        if (isStep(text)) {
-            nodes.push_back(node);
+    for (const auto& child : sequenceOf(method)) {
+        if (isStep(child.text)) {
+            nodes.push_back(child.node);
         }
-    });
+    }
     return nodes;
 }
 
@@ -66,7 +66,7 @@ std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method
     std::vector<std::optional<std::size_t>> elements;
     std::size_t next = 0;
     for (const auto& child : sequenceOf(method)) {
-        const auto element = child.element ? std::optional(next++) : std::nullopt;
+        const auto element = child.isElement ? std::optional(next++) : std::nullopt;
         if (isStep(child.text)) {
             elements.push_back(element);
         }
@@ -104,7 +104,7 @@ std::vector<EmbeddedCycle> embeddedCycles(const xml::Document& method) {
         return cycles;
     }
     for (auto& child : catalogue::contentChildren(data)) {
-        const auto kind = child.element ? child.element.name() : std::string();
+        const auto kind = child.isElement ? child.node.name() : std::string();
         if (kind == "MacroName") {
             cycles.push_back({cycleName(child.text), {}});
         } else if (kind == "MacroLine" && !cycles.empty()) {

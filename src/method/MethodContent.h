@@ -17,7 +17,7 @@ namespace vrn::method {
 
 /// The texts of the steps, those without text left out.
 [[nodiscard]] std::vector<std::string> stepTexts(const xml::Document& method);
-/// The nodes of these steps.
+/// The node of each of these steps; the first of a text that stands there bare in several.
 [[nodiscard]] std::vector<xml::Node> stepNodes(const xml::Document& method);
 /// Which child element of the sequence each of these texts is, from 0; nothing for a text that stands there bare.
 [[nodiscard]] std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method);

@@ -14,8 +14,8 @@ namespace {
 std::vector<std::string> atomsIn(const xml::Node& line) {
     std::vector<std::string> atoms;
     if (line) {
-        for (const auto& node : catalogue::contentChildren(line)) {
-            atoms.push_back(node.name() == "ATOM" ? node.text() : node.xml());
+        for (const auto& child : catalogue::contentChildren(line)) {
+            atoms.push_back(child.isElement && child.node.name() != "ATOM" ? child.node.xml() : child.text);
         }
     }
     return atoms;
@@ -26,7 +26,8 @@ std::vector<NamedArgument> argumentsIn(const xml::Node& part) {
     if (!part) {
         return arguments;
     }
-    for (const auto& object : catalogue::contentChildren(part)) {
+    for (const auto& child : catalogue::contentChildren(part)) {
+        const auto& object = child.node;
         NamedArgument argument;
         std::size_t known = 0;
         if (object.name() == "OBJECT") {

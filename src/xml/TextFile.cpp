@@ -1,6 +1,7 @@
 #include "xml/TextFile.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
 
 #include "errors/Error.h"
@@ -197,6 +198,14 @@ std::string encodeOther(std::string_view text, const std::string& encoding) {
     return out;
 }
 
+// A parser that follows the standard refuses a file that is in another encoding than it says.
+void requireDeclared(std::string_view text, std::initializer_list<Family> actual, const char* words) {
+    const auto encoding = declaredEncoding(text);
+    if (!encoding.empty() && std::find(actual.begin(), actual.end(), familyOf(encoding)) == actual.end()) {
+        fail("The XML text declares the encoding \"" + encoding + "\" but is written in " + words + ".");
+    }
+}
+
 // The value of a pseudo attribute in the data of a declaration.
 std::string_view pseudoAttribute(std::string_view data, std::string_view wanted) {
     constexpr std::string_view space = " \t\r\n";
@@ -223,15 +232,21 @@ std::string_view pseudoAttribute(std::string_view data, std::string_view wanted)
 
 std::string decodeXmlFile(std::string_view bytes) {
     if (bytes.starts_with(utf8Mark)) {
-        return decodeUtf8(bytes, utf8Mark.size());
+        auto text = decodeUtf8(bytes, utf8Mark.size());
+        requireDeclared(text, {Family::Utf8}, "UTF-8");
+        return text;
     }
     const bool hasMark = bytes.starts_with(littleEndianMark) || bytes.starts_with(bigEndianMark);
     if (hasMark || bytes.starts_with("<\0"sv) || bytes.starts_with("\0<"sv)) {
         const bool bigEndian = bytes.starts_with(bigEndianMark) || bytes.front() == '\0';
-        return decodeUtf16(bytes, hasMark ? 2 : 0, bigEndian);
+        auto text = decodeUtf16(bytes, hasMark ? 2 : 0, bigEndian);
+        requireDeclared(text, {Family::Utf16, bigEndian ? Family::Utf16BigEndian : Family::Utf16LittleEndian},
+                        bigEndian ? "UTF-16, high byte first" : "UTF-16, low byte first");
+        return text;
     }
-    // Every encoding of two or four bytes a character was seen above if it was really there.
     const std::string encoding = declaredEncoding(bytes);
+    // Every encoding of two or four bytes a character was seen above if it was really there.
+    requireDeclared(bytes, {Family::Utf8, Family::Other}, "single bytes");
     return familyOf(encoding) == Family::Other ? decodeOther(bytes, encoding) : decodeUtf8(bytes, 0);
 }
 

@@ -1,14 +1,18 @@
 // XML files as bytes against XML text in memory, which is always UTF-8.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace vrn::xml {
 
-/// The text of a file's bytes as UTF-8: by its byte order mark, else by the declared encoding, else as UTF-8. A file that
-/// is plainly not what it declares (UTF-16 declared, written in single bytes) is taken as UTF-8. Bytes that the encoding does
-/// not have fail with error 5 and a text that names the encoding and the offset.
+/// No document of an instrument comes near this size: whoever reads files refuses what does.
+inline constexpr std::size_t largestFile = std::size_t{64} << 20U;
+inline constexpr std::string_view tooLarge = "is larger than 64 MB: that is no document of an instrument";
+
+/// The text of a file's bytes as UTF-8: by its byte order mark, else by the declared encoding, else as UTF-8. Bytes that the encoding
+/// does not have, and a file in another encoding than it declares, fail with error 5 and a text that names what is wrong.
 [[nodiscard]] std::string decodeXmlFile(std::string_view bytes);
 
 /// The bytes of a file for this text in the encoding that its declaration names: UTF-16 as little-endian with byte order

@@ -56,9 +56,9 @@ TEST_F(CheckTest, ValuesStepsAndSyringe) {
 
 TEST_F(CheckTest, SignatureVersionAndCycles) {
     writeMethod("m.xml", {"WASH(5,W1,0)", "COUNT(3)"});
-    write("changed.xml", text::replacedAll(xml::decodeXmlFile(read("m.xml")), "COUNT(3)", "COUNT(4)"));
+    write("changed.xml", xml::encodeXmlFile(text::replacedAll(text("m.xml"), "COUNT(3)", "COUNT(4)")));
     EXPECT_THAT(codes("changed.xml"), ElementsAre("signature-invalid"));
-    write("unsigned.xml", text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>");
+    write("unsigned.xml", xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
     EXPECT_THAT(codes("unsigned.xml"), ElementsAre("signature-missing"));
     write("old.xml", "<Method/>");
     EXPECT_THAT(codes("old.xml"), ElementsAre("signature-missing", "version-old", "syringe-unknown", "sequence-empty"));
@@ -265,13 +265,13 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
 // Whoever signs a file that was changed outside the editor relies on this.
 TEST_F(CheckTest, DiffTellsWhateverDiffers) {
     // Neither signature matches, which is no difference.
-    write("old.xml",
-          text::replacedAll(signedMethod({"WASH(5,W1,0)", "COUNT(3)"}), "<SignatureValue>", "<SignatureValue>A"));
+    writeText("old.xml",
+              text::replacedAll(signedMethod({"WASH(5,W1,0)", "COUNT(3)"}), "<SignatureValue>", "<SignatureValue>A"));
     const auto diff = [this](const std::string& from, const std::string& to) {
         const auto old = text("old.xml");
         const auto changed = text::replacedAll(old, from, to);
         EXPECT_NE(changed, old) << from;
-        write("new.xml", changed);
+        writeText("new.xml", changed);
         run("diff @old.xml @new.xml --json");
         std::vector<std::string> found;
         const auto json = Json::parse(out);

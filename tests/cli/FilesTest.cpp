@@ -2,8 +2,10 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <thread>
+
 #include "cli/ToolFixture.h"
-#include "hosts/cli/System.h"
+#include "hosts/cli/FileSystem.h"
 
 namespace vrn::test {
 namespace {
@@ -90,9 +92,78 @@ TEST_F(FilesTest, AFileIsReplacedWholeWithItsPermissions) {
     fs::permissions(path("methods/f"), fs::perms(0444));
     EXPECT_EQ(fault("methods/f", "newer"), "methods/f: is read-only");
     EXPECT_EQ(fault("methods", "x"), "methods: is a folder");
-    EXPECT_THAT(fault("nowhere/f", "x"), StartsWith("nowhere/f: cannot write into its folder: "));
+    EXPECT_EQ(fault("nowhere/f", "x"), "nowhere/f: its folder does not exist");
     EXPECT_EQ(read("methods/f"), "new");
     EXPECT_EQ(filesIn("methods"), 3U) << "nothing is left beside it";
+}
+
+TEST_F(FilesTest, WhatChangedSinceItWasReadIsNotReplaced) {
+    write("f", "theirs");
+    const auto replace = [&](const std::string& asRead) {
+        try {
+            cli::system::replaceFile("f", "ours", "~", asRead);
+        } catch (const cli::Fault& error) {
+            return std::string(error.what());
+        }
+        return std::string("replaced");
+    };
+    EXPECT_EQ(replace("as read"), "f: was changed after it was read; nothing was written");
+    EXPECT_EQ(read("f"), "theirs");
+    EXPECT_FALSE(fs::exists("f~"));
+    EXPECT_EQ(replace("theirs"), "replaced");
+    fs::remove("f");
+    EXPECT_EQ(replace("ours"), "f: was removed after it was read; nothing was written");
+    EXPECT_FALSE(fs::exists("f"));
+}
+
+TEST_F(FilesTest, OneAtATimeWritesAFile) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    fs::create_symlink("m.xml", path("link.xml"));
+    auto claim = cli::system::claimFile("m.xml");
+    EXPECT_THROW((void)cli::system::claimFile("link.xml", std::chrono::milliseconds(0)), cli::Fault);
+    // Who waits works on what the one before has left.
+    std::thread other([&] { EXPECT_EQ(run("edit @m.xml --script - @set", "insert COUNT"), 0) << err; });
+    writeMethod("new.xml", {"COUNT(3)", "COUNT(4)"});
+    fs::rename("new.xml", "m.xml");
+    claim.reset();
+    other.join();
+    EXPECT_THAT(steps("m.xml"), ::testing::ElementsAre("COUNT(3)", "COUNT(4)", "COUNT(3)"));
+}
+
+TEST_F(FilesTest, ALinkToNothingStaysALink) {
+    fs::create_symlink("methods/target", path("link"));
+    cli::system::replaceFile("link", "new", "");
+    EXPECT_TRUE(fs::is_symlink("link"));
+    EXPECT_EQ(read("methods/target"), "new");
+}
+
+TEST_F(FilesTest, ABackupDestroysNothing) {
+    writeMethod("methods/m.xml", {"COUNT(3)"});
+    writeMethod("methods/m.xml.xml", {"COUNT(3)"});
+    fs::copy(path("set/macros.xml"), path("macros.xml"));
+    fs::copy_file(path("methods/m.xml"), path("macros"));
+    const auto other = read("methods/m.xml.xml");
+    const auto sign = "sign --force @methods/m.xml @methods/m.xml.xml --backup .xml";
+    write("methods/m.xml", xml::encodeXmlFile(text::replacedAll(text("methods/m.xml"), "COUNT(3)", "COUNT(4)")));
+    EXPECT_EQ(run(sign), 2);
+    EXPECT_EQ(
+        err,
+        "vrnmethod: methods/m.xml.xml: the backup would replace a file that this call uses; nothing was written\n");
+    EXPECT_EQ(read("methods/m.xml.xml"), other);
+    write("methods/m.xml.old", "precious");
+    fs::permissions(path("methods/m.xml.old"), fs::perms(0444));
+    EXPECT_EQ(run("sign --force @methods/m.xml --backup .old"), 2);
+    EXPECT_EQ(err, "vrnmethod: methods/m.xml.old: is read-only\n");
+    EXPECT_EQ(read("methods/m.xml.old"), "precious");
+    EXPECT_EQ(run("sign --force @methods/m.xml --backup /../n.xml"), 2);
+    EXPECT_EQ(err, "vrnmethod: '/../n.xml' is no suffix: it leads to another folder\n");
+    const auto macros = read("macros.xml");
+    EXPECT_EQ(run("edit @macros --macros macros.xml --objects @set/objects.xml --config @set/config.xml --script - "
+                  "--backup .xml",
+                  "insert COUNT"),
+              2);
+    EXPECT_THAT(err, StartsWith("vrnmethod: macros.xml: the backup would replace"));
+    EXPECT_EQ(read("macros.xml"), macros);
 }
 
 TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
@@ -133,11 +204,11 @@ TEST_F(FilesTest, WhatEndsACallIsALineOfJsonToo) {
         EXPECT_THAT(err, testing::StartsWith("vrnmethod: "));
     };
     expectFault("edit @set --json --script @gone.txt @m.xml",
-                R"({"file":"m.xml","error":"gone.txt: cannot be opened: No such file or directory"})");
+                R"({"file":"m.xml","error":"gone.txt: no such file or folder"})");
     expectFault("diff --json @m.xml @gone.xml",
-                R"({"old":"m.xml","new":"gone.xml","error":"gone.xml: cannot be opened: No such file or directory"})");
+                R"({"old":"m.xml","new":"gone.xml","error":"gone.xml: no such file or folder"})");
     expectFault("check --format json --set nowhere @m.xml",
-                R"({"error":"nowhere/macros.xml: cannot be opened: No such file or directory"})");
+                R"({"error":"nowhere/macros.xml: no such file or folder"})");
     EXPECT_EQ(run("edit @set --json --script @gone.txt -", read("m.xml")), 2);
     EXPECT_THAT(out, testing::IsEmpty()) << "the output is the method";
 }

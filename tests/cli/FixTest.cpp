@@ -35,7 +35,7 @@ class FixTest : public ToolFixture {
         if (broken.code == "signature-missing") {
             text = text.substr(0, text.find("<Signature")) + "</Method>";
         }
-        write(name, xml::encodeXmlFile(text));
+        writeText(name, text);
         if (!broken.code.starts_with("signature-")) {
             run("sign --force @m.xml");
         }
@@ -121,11 +121,11 @@ TEST_F(FixTest, OneAfterTheOtherWhereThereAreSeveral) {
 }
 
 TEST_F(FixTest, NothingIsNamedThatNoCommandDoes) {
-    write(name, text::replacedAll(signedMethod({"COUNT(99)", "GONE(1)"}), "<VERSION>04", "<VERSION>07"));
+    writeText(name, text::replacedAll(signedMethod({"COUNT(99)", "GONE(1)"}), "<VERSION>04", "<VERSION>07"));
     found();
     EXPECT_THAT(out, testing::Not(HasSubstr("vrnmethod")));
-    write(name,
-          "<Method><Macros><MacroVariable><MacroValues>COUNT(99)</MacroValues></MacroVariable></Macros></Method>");
+    writeText(name,
+              "<Method><Macros><MacroVariable><MacroValues>COUNT(99)</MacroValues></MacroVariable></Macros></Method>");
     EXPECT_THAT(found(), Contains("version-old"));
     EXPECT_EQ(fix, "find an intact copy: methods of older versions are not signed any more");
 }
@@ -133,7 +133,7 @@ TEST_F(FixTest, NothingIsNamedThatNoCommandDoes) {
 TEST_F(FixTest, EditReplacesAndDeletesWhatTheEditorCannotRead) {
     const auto broken = signedMethod({"COUNT(3)", "WASH(5,W1,0)", "COUNT(4)", "COUNT(5)"});
     const auto edit = [&](const std::string& script) {
-        write(name, text::replacedAll(text::replacedAll(broken, "COUNT(4)", "GONE(4)"), "COUNT(5)", "no step"));
+        writeText(name, text::replacedAll(text::replacedAll(broken, "COUNT(4)", "GONE(4)"), "COUNT(5)", "no step"));
         run("sign --force @m.xml");
         return run("edit @set --script - @m.xml", script);
     };

@@ -56,6 +56,21 @@ TEST_F(HelpTest, EveryCommandExplainsItselfByExample) {
     EXPECT_EQ(run("--version"), 0);
 }
 
+TEST_F(HelpTest, CallsAtFaultAreToldInPlainWords) {
+    const auto told = [this](const std::string& call) {
+        EXPECT_EQ(run(call), 2) << call;
+        return err.substr(0, err.find('\n'));
+    };
+    EXPECT_EQ(told("check m.xml --set"), "vrnmethod: --set needs a value");
+    EXPECT_EQ(told("check m.xml --set a --set b"), "vrnmethod: --set can be given only once");
+    EXPECT_EQ(told("diff a b c"), "vrnmethod: 'c' is one argument too many");
+    for (const std::string jobs : {"0", "257", "x", "-1", "99999999999999999999"}) {
+        EXPECT_EQ(told("verify m.xml --jobs=" + jobs),
+                  "vrnmethod: --jobs: '" + jobs + "' is not a whole number from 1 to 256");
+    }
+    EXPECT_EQ(told("check m.xml --format yaml"), "vrnmethod: --format: 'yaml' is none of: text, json, sarif");
+}
+
 TEST_F(HelpTest, CompletionsAndManualKnowEveryOption) {
     run("completion bash");
     const auto bash = out;

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <new>
+#include <numeric>
 #include <thread>
 
 #include "hosts/cli/EditScript.h"
@@ -154,6 +156,33 @@ TEST(Jobs, NothingBeginsWhenThisThreadCannot) {
     }
 }
 
+TEST(Jobs, AThreadWithoutMemoryLeavesItsWorkToTheFirst) {
+    std::vector<int> taken;
+    std::atomic<bool> waits = true;
+    const auto first = std::this_thread::get_id();
+    Jobs<int, int> jobs;
+    jobs.count = 3;
+    jobs.makeWork = [&](unsigned) {
+        return [&, done = 0](int number) mutable {
+            if (std::this_thread::get_id() != first && done++ == 1) {
+                waits = false;
+                throw std::bad_alloc();
+            }
+            while (std::this_thread::get_id() == first && waits) {
+                std::this_thread::yield();
+            }
+            return number;
+        };
+    };
+    jobs.find = numbersBelow(60);
+    jobs.take = [&](int number) { taken.push_back(number); };
+    jobs.stop = [] { return false; };
+    jobs.run();
+    std::vector<int> all(60);
+    std::iota(all.begin(), all.end(), 0);
+    EXPECT_EQ(taken, all);
+}
+
 std::string problem(const std::string& script) {
     try {
         (void)parseEditScript("s.txt", script);
@@ -206,6 +235,12 @@ TEST(EditScript, ProblemsNameLineAndPosition) {
     EXPECT_EQ(problem("set 1 A=1,2"), "s.txt:1:9: a method cannot hold a value with a comma or a parenthesis");
     EXPECT_EQ(problem("delete 1 2"), "s.txt:1:10: nothing more is expected here");
     EXPECT_EQ(problem("syringe \"10uL"), "s.txt:1:9: the closing quote is missing");
+    EXPECT_EQ(problem("# \xC3\xA9\nset 1 \xC3\xA9=\xE9"),
+              "s.txt:2:9: this is not UTF-8: save the script as UTF-8, or as UTF-16 with a byte order mark");
+    EXPECT_EQ(problem(std::string("s\0e\0", 4)), "s.txt:1:2: a NUL is no text; UTF-16 needs a byte order mark");
+    EXPECT_EQ(problem("set 1 A=\x1B"), "s.txt:1:9: a method cannot hold this control character");
+    EXPECT_EQ(problem(std::string("\xFF\xFE\n\0\x3D\xD8", 6)), "s.txt:2: half a character of UTF-16");
+    EXPECT_EQ(problem(std::string("\xFE\xFF\0#\0", 5)), "s.txt:1: half a character of UTF-16");
     EXPECT_EQ(problem("syringe \"\\n\""), R"(s.txt:1:11: only \" and \\ can be written with a backslash)");
 }
 

@@ -74,6 +74,8 @@ class ToolFixture : public ::testing::Test {
     }
     /// The text of an XML file, whatever its encoding.
     std::string text(const std::string& name) const { return xml::decodeXmlFile(read(name)); }
+    /// The file of an XML text, in the encoding that it declares.
+    void writeText(const std::string& name, std::string_view text) const { write(name, xml::encodeXmlFile(text)); }
     /// The steps of a method file.
     std::vector<std::string> steps(const std::string& name) const { return method::stepTexts(parsed(text(name))); }
 

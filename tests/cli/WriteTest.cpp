@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "cli/ToolFixture.h"
+#include "text/Unicode.h"
 
 namespace vrn::test {
 namespace {
@@ -107,7 +108,8 @@ TEST_F(WriteTest, UpdateLosesNothing) {
         "m.xml: not written: something would be lost\n"
         "  error    step 2 NOTE: the catalogue has no cycle 'NOTE'  [cycle-unknown]\n"
         "           fix: put the cycle back into the catalogue, or replace or delete the step with: vrnmethod edit\n");
-    write("changed.xml", text::replacedAll(text("m.xml"), "NOTE(x)", "NOTE(y)"));
+    write("changed.xml", before);
+    changeText("changed.xml", "NOTE(x)", "NOTE(y)");
     EXPECT_EQ(run("update @set --json @changed.xml"), 1);
     EXPECT_THAT(out, HasSubstr(R"("status":"refused","message":"its signature does not match")"));
     EXPECT_EQ(read("m.xml"), before);
@@ -217,8 +219,52 @@ TEST_F(WriteTest, NoAuditTrailOfAnEditThatWasNotWritten) {
     EXPECT_EQ(edit("set 1 Number=4", "--audit @audit.xml"), 2);
     EXPECT_EQ(err, "vrnmethod: m.xml: is read-only\n");
     EXPECT_FALSE(fs::exists(path("audit.xml")));
+    fs::permissions(path("m.xml"), fs::perms(0644));
     EXPECT_EQ(edit("set 1 Number=4", "--audit @methods"), 2);
     EXPECT_EQ(err, "vrnmethod: methods: is a folder\n");
+    EXPECT_THAT(steps("m.xml"), ElementsAre("COUNT(3)"));
+}
+
+TEST_F(WriteTest, TheAuditTrailDestroysNothingThatTheCallUses) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    write("script.txt", "set 1 Number=4");
+    fs::create_symlink("m.xml", path("link.xml"));
+    fs::create_hard_link(path("m.xml"), path("hard.xml"));
+    fs::create_symlink("m.xml~", path("later.xml"));
+    const auto method = read("m.xml");
+    const auto macros = read("set/macros.xml");
+    for (const auto* const audit :
+         {"m.xml", "methods/../m.xml", "link.xml", "hard.xml", "m.xml~", "later.xml", "script.txt", "set/macros.xml"}) {
+        EXPECT_EQ(run("edit @m.xml --script @script.txt @set --backup ~ --audit " + std::string(audit)), 2) << audit;
+        EXPECT_THAT(err, StartsWith("vrnmethod: " + std::string(audit) + ": ")) << audit;
+    }
+    EXPECT_EQ(read("m.xml"), method);
+    EXPECT_EQ(read("script.txt"), "set 1 Number=4");
+    EXPECT_EQ(read("set/macros.xml"), macros);
+    EXPECT_FALSE(fs::exists(path("m.xml~")));
+}
+
+TEST_F(WriteTest, ReportsStayOutOfTheMethod) {
+    writeMethod("m.xml", {"COUNT(3)"});
+    writeMethod("other.xml", {"COUNT(3)"});
+    changeText("m.xml", "COUNT(3)", "COUNT(4)");
+    const auto changed = read("m.xml");
+    EXPECT_EQ(run("sign --force - @other.xml nothing.xml --json", changed), 2);
+    EXPECT_EQ(method::stepTexts(parsed(xml::decodeXmlFile(out))), std::vector<std::string>{"COUNT(4)"});
+    EXPECT_THAT(err, HasSubstr(R"({"file":"other.xml","status":"unchanged"})"));
+    EXPECT_THAT(err, HasSubstr(R"({"file":"nothing.xml","error":)"));
+    EXPECT_EQ(run("convert @set - --json", "<Method>"), 2);
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(WriteTest, AScriptInUtf16) {
+    writeMethod("m.xml", {"NOTE(x)"});
+    std::string script("\xFF\xFE");
+    for (const char16_t unit : text::toUtf16("set 1 Text=\xC3\xA9\xF0\x9F\x98\x80")) {
+        script += {static_cast<char>(unit & 0xFFU), static_cast<char>(unit >> 8U)};
+    }
+    EXPECT_EQ(edit(script), 0) << err;
+    EXPECT_THAT(steps("m.xml"), ElementsAre("NOTE(\xC3\xA9\xF0\x9F\x98\x80)"));
 }
 
 TEST_F(WriteTest, TheAuditTrailMayGoToTheOutput) {

@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "method/SmallSet.h"
+#include "xml/TextFile.h"
 
 namespace vrn::test {
 namespace {
@@ -118,8 +119,9 @@ TEST_F(ScriptHostTest, EveryKindOfBadRequest) {
         {R"({"do":"SetXmlDocuments","macros":"","objects":"","method":""})", "argument 'config' is missing"},
         {R"({"do":"SetXmlDocuments","macros":[]})", R"(argument 'macros' must be XML text or {"file": PATH})"},
         {R"({"do":"SetXmlDocuments","macros":{"path":"x"}})", "argument 'file' is missing"},
-        {R"({"do":"SetXmlDocuments","macros":{"file":"/no/such"}})", "cannot read file '/no/such'"},
-        {R"({"do":"SetXmlDocuments","macros":{"file":"/"}})", "cannot read file '/'"}};
+        {R"({"do":"SetXmlDocuments","macros":{"file":"/no/such"}})",
+         "cannot read file '/no/such': no such file or folder"},
+        {R"({"do":"SetXmlDocuments","macros":{"file":"/"}})", "cannot read file '/': is a folder"}};
     for (const auto& [line, error] : bad) {
         EXPECT_EQ(fault(line), error) << line;
     }
@@ -157,6 +159,19 @@ TEST_F(ScriptHostTest, FilesInAnyEncoding) {
     EXPECT_EQ(loadBytes("").at("events").size(), 1U);  // a node without children
     const auto refused = loadBytes("<?xml version='1.0' encoding='utf-8'?><\xff/>");
     EXPECT_FALSE(refused["ok"] || refused.contains("number"));
+    std::filesystem::remove(path);
+}
+
+TEST_F(ScriptHostTest, AFileThatIsNoDocument) {
+    const auto path = std::filesystem::temp_directory_path() / ("vrn-host-" + std::to_string(::getpid()) + ".xml");
+    const auto answerFor = [&] {
+        return ask({{"do", "SetXmlDocuments"}, {"macros", {{"file", path.string()}}}}).at("error").get<std::string>();
+    };
+    std::ofstream(path) << "<?xml version='1.0' encoding='UTF-16'?><Macros/>";
+    EXPECT_EQ(answerFor(), "cannot read file '" + path.string() +
+                               "': The XML text declares the encoding \"UTF-16\" but is written in single bytes.");
+    std::filesystem::resize_file(path, xml::largestFile + 1);
+    EXPECT_EQ(answerFor(), "file '" + path.string() + "' " + std::string(xml::tooLarge));
     std::filesystem::remove(path);
 }
 

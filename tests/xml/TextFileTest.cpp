@@ -45,17 +45,27 @@ TEST(TextFile, DecodesUtf16InBothOrders) {
     EXPECT_EQ(decodeXmlFile("\xFE\xFF" + utf16(text, true)), text);
     EXPECT_EQ(decodeXmlFile(utf16(text, false)), text);
     EXPECT_EQ(decodeXmlFile(utf16(text, true)), text);
-    EXPECT_EQ(decodeXmlFile(text), text);  // single bytes, whatever they declare
 }
 
 TEST(TextFile, DecodesByDeclaration) {
     EXPECT_EQ(decodeXmlFile("\xEF\xBB\xBF<a/>"), "<a/>");
-    EXPECT_EQ(decodeXmlFile("\xEF\xBB\xBF" + declared("ISO-8859-1", "<\xC3\xA4/>")),
-              declared("ISO-8859-1", "<\xC3\xA4/>"));
+    EXPECT_EQ(decodeXmlFile("\xEF\xBB\xBF" + declared("utf-8", "<a/>")), declared("utf-8", "<a/>"));
     EXPECT_EQ(decodeXmlFile(declared("iso-8859-1", "<\xE4/>")), declared("iso-8859-1", "<\xC3\xA4/>"));
     EXPECT_EQ(decodeXmlFile(declared("windows-1252", "<a>\x80</a>")), declared("windows-1252", "<a>\xE2\x82\xAC</a>"));
     EXPECT_EQ(decodeXmlFile(declared("UTF-8", "<\xC3\xA4/>")), declared("UTF-8", "<\xC3\xA4/>"));
     EXPECT_EQ(decodeXmlFile(""), "");
+}
+
+TEST(TextFile, RefusesAnotherEncodingThanTheDeclaredOne) {
+    EXPECT_EQ(errorText(declared("UTF-16", "<a/>")),
+              "The XML text declares the encoding \"UTF-16\" but is written in single bytes.");
+    for (const std::string encoding : {"ISO-8859-1", "UTF-8", "UTF-16BE", "UTF-32"}) {
+        EXPECT_EQ(errorText("\xFF\xFE" + utf16(declared(encoding, "<a/>"), false)),
+                  "The XML text declares the encoding \"" + encoding + "\" but is written in UTF-16, low byte first.");
+    }
+    EXPECT_NE(errorText(utf16(declared("UTF-16LE", "<a/>"), true)).find("high byte first"), std::string::npos);
+    EXPECT_NE(errorText("\xEF\xBB\xBF" + declared("ISO-8859-1", "<a/>")).find("written in UTF-8"), std::string::npos);
+    EXPECT_NE(errorText(declared("UCS-4", "<a/>")).find("single bytes"), std::string::npos);
 }
 
 TEST(TextFile, NamesBytesThatTheEncodingDoesNotHave) {

@@ -2,12 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <new>
 #include <ostream>
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
 #include "hosts/cli/Json.h"
 #include "hosts/cli/Suggestion.h"
+#include "hosts/cli/System.h"
 
 namespace vrn::cli {
 
@@ -39,13 +41,26 @@ std::string unknownWord(const CLI::App& app) {
            (meant.empty() ? "" : "; did you mean '" + meant + "'?");
 }
 
+// What the library says of a call, in words for whoever made it.
+std::string plainly(const CLI::Error& error, const std::vector<std::string>& rest) {
+    std::string words = error.what();
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !rest.empty()) {
+        return "'" + rest.front() + "' is one argument too many";
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        const auto name = words.substr(0, words.find(':'));
+        return name + (words.find("At Most") == std::string::npos ? " needs a value" : " can be given only once");
+    }
+    return words;
+}
+
 std::string callAtFault(const CLI::App* tool, const CLI::Error& error) {
     const auto commands = tool->get_subcommands();
     const auto command = commands.empty() ? std::string() : commands.front()->get_name() + " ";
     const CLI::App& spoken = commands.empty() ? *tool : *commands.front();
     const auto rest = spoken.remaining();
     const bool unknownOption = !rest.empty() && rest.front().starts_with('-');
-    const auto what = commands.empty() || unknownOption ? unknownWord(spoken) : std::string(error.what());
+    const auto what = commands.empty() || unknownOption ? unknownWord(spoken) : plainly(error, rest);
     return "vrnmethod: " + what + "\nTo read more: vrnmethod " + command + "--help\n";
 }
 
@@ -101,6 +116,12 @@ ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>&
         return session.status;
     } catch (const CLI::ParseError& error) {
         return tool.exit(error, session.console.out, session.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
+    } catch (const system::Interrupted&) {
+        session.console.err << "vrnmethod: interrupted\n";
+        return ExitStatus::Interrupted;
+    } catch (const std::bad_alloc&) {
+        session.console.err << "vrnmethod: " << notEnoughMemory << '\n';
+        return ExitStatus::Fault;
     } catch (const std::exception& error) {
         tellFault(tool, session, error.what());
         return ExitStatus::Fault;
@@ -150,6 +171,7 @@ ExitStatus runTool(const std::vector<std::string>& arguments, const Console& con
         }
         return status;
     } catch (...) {
+        console.err << "vrnmethod: " << notEnoughMemory << '\n';  // nothing else can fail before the call is read
         return ExitStatus::Fault;
     }
 }

@@ -1,6 +1,7 @@
 #include "hosts/cli/Command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 namespace vrn::cli {
 
@@ -31,12 +32,33 @@ const Option& Option::group(const std::string& heading) const {
 }
 
 const Option& Option::oneOf(const std::vector<std::string>& values) const {
-    option_->check(CLI::IsMember(values));
+    // The library's description, which help and completion show, with words of our own.
+    CLI::Validator known = CLI::IsMember(values);
+    known.operation([values](const std::string& value) {
+        if (std::find(values.begin(), values.end(), value) != values.end()) {
+            return std::string();
+        }
+        std::string all;
+        for (const auto& each : values) {
+            all += (all.empty() ? "" : ", ") + each;
+        }
+        return "'" + value + "' is none of: " + all;
+    });
+    option_->check(known);
     return *this;
 }
 
 const Option& Option::within(unsigned least, unsigned most) const {
-    option_->check(CLI::Range(least, most).description(""));
+    CLI::Validator range = CLI::Range(least, most).description("");
+    range.operation([least, most](const std::string& value) {
+        unsigned number = 0;
+        const bool isNumber = CLI::detail::lexical_cast(value, number);
+        return isNumber && number >= least && number <= most
+                   ? std::string()
+                   : "'" + value + "' is not a whole number from " + std::to_string(least) + " to " +
+                         std::to_string(most);
+    });
+    option_->check(range);
     return *this;
 }
 

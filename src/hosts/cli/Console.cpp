@@ -1,7 +1,8 @@
 #include "hosts/cli/Console.h"
 
 #include <cstdlib>
-#include <iostream>
+#include <istream>
+#include <ostream>
 #include <string_view>
 
 #include "hosts/cli/System.h"
@@ -16,7 +17,8 @@ Console standardConsole() {
         (noColour == nullptr || *noColour == '\0') && !(terminal != nullptr && std::string_view(terminal) == "dumb");
     const bool outIsTerminal = system::isTerminal(system::Stream::Out);
     const bool errIsTerminal = system::isTerminal(system::Stream::Err);
-    return {std::cin, std::cout, std::cerr, outIsTerminal && mayColour, errIsTerminal && mayColour, errIsTerminal};
+    return {system::input(), system::output(), system::errors(), outIsTerminal && mayColour, errIsTerminal && mayColour,
+            errIsTerminal};
 }
 
 }  // namespace vrn::cli

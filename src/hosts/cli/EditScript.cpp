@@ -1,5 +1,6 @@
 #include "hosts/cli/EditScript.h"
 
+#include <algorithm>
 #include <charconv>
 #include <map>
 #include <optional>
@@ -24,6 +25,7 @@ class LineParser {
   public:
     LineParser(std::string place, std::size_t line, std::string_view text)
         : place_(std::move(place)), text_(text), line_(line) {
+        requireText();
         for (skipBlanks(); at_ < text_.size() && text_[at_] != '#'; skipBlanks()) {
             tokens_.push_back(takeToken());
         }
@@ -55,7 +57,25 @@ class LineParser {
   private:
     [[noreturn]] void fail(const Token& token, const std::string& what) const { failAt(token.column, what); }
     [[noreturn]] void failAt(std::size_t column, const std::string& what) const {
-        throw Fault(place_ + ":" + std::to_string(line_) + ":" + std::to_string(column) + ": " + what);
+        const auto shown = text::utf16Length(text_.substr(0, column - 1)) + 1;
+        throw Fault(place_ + ":" + std::to_string(line_) + ":" + std::to_string(shown) + ": " + what);
+    }
+
+    // What is no text would otherwise go missing on its way into the method.
+    void requireText() const {
+        for (auto rest = text_; !rest.empty();) {
+            const auto column = text_.size() - rest.size() + 1;
+            const char32_t c = text::takeCodePoint(rest);
+            if (c == text::invalidCodePoint) {
+                failAt(column, "this is not UTF-8: save the script as UTF-8, or as UTF-16 with a byte order mark");
+            }
+            if (c == 0) {
+                failAt(column, "a NUL is no text; UTF-16 needs a byte order mark");
+            }
+            if (!text::isXmlCharacter(c)) {
+                failAt(column, "a method cannot hold this control character");
+            }
+        }
     }
 
     void skipBlanks() {
@@ -177,7 +197,7 @@ class LineParser {
             ++next_;
             const auto& value = take("a value");
             // The method keeps values between parentheses and commas and has no way to write these.
-            if (value.text.find_first_of(",()") != std::string::npos || !text::isXmlText(value.text)) {
+            if (value.text.find_first_of(",()") != std::string::npos) {
                 fail(value, "a method cannot hold a value with a comma or a parenthesis");
             }
             command_.values.push_back({parameter.text, value.text});
@@ -193,6 +213,32 @@ class LineParser {
     EditCommand command_;
 };
 
+std::string utf8OfUtf16(const std::string& place, std::string_view bytes, bool isBigEndian) {
+    std::u16string units;
+    units.reserve(bytes.size() / 2);
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        units += static_cast<char16_t>(isBigEndian ? first << 8U | second : second << 8U | first);
+    }
+    auto text = text::fromUtf16(units);
+    const auto back = text::toUtf16(text);
+    const auto wrong = std::mismatch(units.begin(), units.end(), back.begin(), back.end()).first;
+    if (wrong != units.end() || bytes.size() % 2 != 0) {
+        throw Fault(place + ":" + std::to_string(std::count(units.begin(), wrong, u'\n') + 1) +
+                    ": half a character of UTF-16");
+    }
+    return text;
+}
+
+// The script by its byte order mark; without one it has to be UTF-8, which each line checks.
+std::string utf8Of(const std::string& place, std::string_view script) {
+    if (script.starts_with("\xFF\xFE") || script.starts_with("\xFE\xFF")) {
+        return utf8OfUtf16(place, script.substr(2), script.front() == '\xFE');
+    }
+    return std::string(script.substr(script.starts_with("\xEF\xBB\xBF") ? 3 : 0));
+}
+
 }  // namespace
 
 const std::string_view editScriptHelp =
@@ -205,15 +251,12 @@ const std::string_view editScriptHelp =
     "  description \"LINE\" [\"LINE\" ...]\n"
     "N is a step's number as the lines above have left it; without a place insert puts the step last. What\n"
     "holds a blank, = or # stands in double quotes, with \\\" and \\\\ for these two. Parameters that are not\n"
-    "given get their defaults.";
+    "given get their defaults. A script is UTF-8, or UTF-16 with a byte order mark.";
 
 std::vector<EditCommand> parseEditScript(const std::string& name, std::string_view script) {
     std::vector<EditCommand> commands;
-    if (script.starts_with("\xEF\xBB\xBF")) {
-        script.remove_prefix(3);
-    }
     std::size_t number = 0;
-    for (const auto& whole : text::split(script, "\n")) {
+    for (const auto& whole : text::split(utf8Of(displayName(name), script), "\n")) {
         std::string_view line = whole;
         if (line.ends_with('\r')) {
             line.remove_suffix(1);

@@ -77,7 +77,7 @@ bool Embedder::isWanted(const method::Inspection& inspection) const {
     return inspection.isOutdated();
 }
 
-Outcome Embedder::rewrite(const XmlFile& method) {
+Outcome Embedder::rewrite(const MethodToWrite& method) {
     auto& engine = checker_.engine();
     engine.load(method.text);
     auto& state = engine.state();
@@ -105,16 +105,14 @@ Outcome Embedder::rewrite(const XmlFile& method) {
 }
 
 Outcome Embedder::embed(const MethodFile& file) {
-    const auto method = readXmlFile(file.path, *console_, "Method");
+    const auto method = readMethod(file.path, *console_, arguments_->write);
     const auto result = checker_.check(method.document);
     Outcome outcome;
     auto refusal = objection(result.inspection);
     if (refusal.empty() && !isWanted(result.inspection)) {
         tellReport(method, outcome,
                    {"unchanged", purpose_ == EmbedPurpose::Convert ? "is of version 04" : "is up to date", {}, {}});
-        if (file.path == standardInput && !arguments_->write.dryRun) {
-            outcome.out += bytesFor(method, method.document);
-        }
+        passThrough(method, arguments_->write, outcome);
         return outcome;
     }
     std::vector<Finding> lost;
@@ -156,7 +154,7 @@ ExitStatus embedMethods(const Console& console, const EmbedArguments& arguments,
             return embedder->embed(file);
         };
     };
-    return runOverMethods({console, arguments.methods, set.files, makeWork, true, {}});
+    return runOverMethods({console, arguments.methods, set.files, makeWork, &arguments.write, {}});
 }
 
 }  // namespace vrn::cli

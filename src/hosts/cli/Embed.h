@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hosts/cli/Checker.h"
-#include "hosts/cli/Rewrite.h"
+#include "hosts/cli/MethodRun.h"
 #include "method/CycleUpdate.h"
 
 namespace vrn::cli {
@@ -37,7 +37,7 @@ class Embedder {
     /// Why the method is not to be written anew; empty when it is.
     [[nodiscard]] std::string objection(const method::Inspection& inspection) const;
     [[nodiscard]] bool isWanted(const method::Inspection& inspection) const;
-    [[nodiscard]] Outcome rewrite(const XmlFile& method);
+    [[nodiscard]] Outcome rewrite(const MethodToWrite& method);
     void tellReport(const XmlFile& file, Outcome& outcome, const Report& report) const;
 
     const Console* console_;

@@ -17,6 +17,8 @@ enum class ExitStatus {
 /// The worse of two.
 [[nodiscard]] inline ExitStatus worse(ExitStatus a, ExitStatus b) noexcept { return std::max(a, b); }
 
+inline constexpr const char* notEnoughMemory = "there is not enough memory";
+
 /// A call or a file at fault. The text is one line for the user and names the file.
 class Fault : public std::runtime_error {
   public:

@@ -1,17 +1,14 @@
 #include "hosts/cli/Files.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <istream>
-#include <system_error>
 #include <utility>
 
 #include "errors/Error.h"
 #include "hosts/cli/ExitStatus.h"
+#include "hosts/cli/FileSystem.h"
 #include "hosts/cli/Names.h"
+#include "hosts/cli/System.h"
 #include "xml/Prolog.h"
 #include "xml/TextFile.h"
 
@@ -27,29 +24,24 @@ constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
     throw Fault(displayName(path) + ": " + what);
 }
 
-[[noreturn]] void failTooLarge(const std::string& path) {
-    fail(path, "is larger than " + std::to_string(largestFile >> 20U) + " MB: that is no document of an instrument");
-}
-
-// `expected` is as large as the content will be, if that is known.
-std::string readStream(std::istream& in, const std::string& path, std::size_t expected) {
+std::string readStream(std::istream& in, const std::string& path) {
     constexpr std::size_t block = 65536;
     std::string bytes;
-    std::size_t size = 0;
-    std::size_t more = expected + 1;  // the one byte shows the end without another round
-    do {
-        bytes.resize(size + more);
-        in.read(bytes.data() + size, static_cast<std::streamsize>(more));
-        size += static_cast<std::size_t>(in.gcount());
-        more = block;
-        if (size > largestFile) {
-            failTooLarge(path);
+    while (in) {
+        const auto size = bytes.size();
+        bytes.resize(size + block);
+        in.read(bytes.data() + size, block);
+        bytes.resize(size + static_cast<std::size_t>(in.gcount()));
+        if (bytes.size() > xml::largestFile) {
+            fail(path, std::string(xml::tooLarge));
         }
-    } while (in);
+    }
+    if (system::interrupted()) {
+        throw system::Interrupted();
+    }
     if (in.bad()) {
         fail(path, "cannot be read");
     }
-    bytes.resize(size);
     return bytes;
 }
 
@@ -90,28 +82,10 @@ std::string declarationOf(const XmlFile& file) {
 }  // namespace
 
 std::string readFile(const std::string& path, const Console& console) {
-    if (path == standardInput) {
-        return readStream(console.in, path, 0);
-    }
-    const std::filesystem::path name(path);
-    std::error_code error;
-    const auto size = std::filesystem::file_size(name, error);
-    if (error == std::errc::is_a_directory) {
-        fail(path, "is a folder");
-    }
-    if (!error && size > largestFile) {
-        failTooLarge(path);
-    }
-    errno = 0;
-    std::ifstream file(name, std::ios::binary);
-    if (!file.is_open()) {
-        fail(path, "cannot be opened: " + std::generic_category().message(errno));
-    }
-    return readStream(file, path, error ? 0 : size);
+    return path == standardInput ? readStream(console.in, path) : system::readFile(path, xml::largestFile);
 }
 
-XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root) {
-    const auto bytes = readFile(path, console);
+XmlFile xmlFileOf(const std::string& path, std::string_view bytes, std::string_view root) {
     XmlFile file;
     file.path = path;
     file.hasUtf8Mark = bytes.starts_with(utf8Mark);
@@ -120,6 +94,10 @@ XmlFile readXmlFile(const std::string& path, const Console& console, std::string
     file.text = decoded(path, bytes);
     file.document = parsedXml(path, file.text, root);
     return file;
+}
+
+XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root) {
+    return xmlFileOf(path, readFile(path, console), root);
 }
 
 std::string readXmlText(const std::string& path, const Console& console) {

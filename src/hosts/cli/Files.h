@@ -9,9 +9,6 @@
 
 namespace vrn::cli {
 
-/// No document of an instrument comes near this size; whatever does is not one.
-inline constexpr std::size_t largestFile = std::size_t{64} << 20U;
-
 /// The bytes of a file or, for "-", of standard input. Throws `Fault`.
 [[nodiscard]] std::string readFile(const std::string& path, const Console& console);
 
@@ -28,6 +25,9 @@ struct XmlFile {
 /// Reads and parses a file. Throws `Fault` with line and position for one that is not well-formed, or whose root element is not
 /// this one.
 [[nodiscard]] XmlFile readXmlFile(const std::string& path, const Console& console, std::string_view root);
+
+/// The same of a file's bytes.
+[[nodiscard]] XmlFile xmlFileOf(const std::string& path, std::string_view bytes, std::string_view root);
 
 /// Its text alone, decoded. Throws `Fault`, also for an empty one.
 [[nodiscard]] std::string readXmlText(const std::string& path, const Console& console);

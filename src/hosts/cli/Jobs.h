@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -18,7 +19,7 @@
 namespace vrn::cli {
 
 /// What is to be done with things of a kind. An exception on any thread ends all, with the thing at hand on each, and goes to the
-/// caller.
+/// caller. Only lack of memory on another thread than the caller's ends that thread alone.
 template <typename Item, typename Result>
 struct Jobs {
     unsigned count = 1;  ///< threads, this one among them
@@ -52,8 +53,11 @@ class Crew {
             auto work = jobs_.makeWork(0);
             jobs_.find([this](Item item) { add(std::move(item)); });
             endOfQueue();
-            workOn(std::move(work), [this] { takeWhatIsThere(); });
-            takeTheRest();
+            Batch batch;
+            workOn(work, batch, [this] { takeWhatIsThere(); });
+            while (takeTheRest()) {
+                workOn(work, batch, [this] { takeWhatIsThere(); });
+            }
         } catch (...) {
             isCancelled_ = true;
             endOfQueue();
@@ -70,16 +74,21 @@ class Crew {
     struct Batch {
         std::size_t number = 0;
         std::vector<Item> items;
+        std::vector<Result> results;  // of the first of them
     };
 
     void begin(std::vector<std::jthread>& threads) {
         threads.reserve(jobs_.count - 1);
+        handedBack_.reserve(jobs_.count);
         for (unsigned worker = 1; worker < jobs_.count; ++worker) {
             addToOthers(1);
             try {
                 threads.emplace_back([this, worker] {
+                    Batch batch;
                     try {
-                        workOn(jobs_.makeWork(worker), [] {});
+                        workOn(jobs_.makeWork(worker), batch, [] {});
+                    } catch (const std::bad_alloc&) {
+                        handBack(std::move(batch));
                     } catch (...) {
                         fail(std::current_exception());
                     }
@@ -116,6 +125,14 @@ class Crew {
         isCancelled_ = true;
     }
 
+    // A thread that has run out of memory ends, so that the others get what it had; the first one does the rest of its work.
+    void handBack(Batch batch) {
+        const std::scoped_lock lock(mutex_);
+        if (!batch.items.empty()) {
+            handedBack_.push_back(std::move(batch));
+        }
+    }
+
     [[nodiscard]] bool isOver() const { return isCancelled_ || jobs_.stop(); }
 
     // Empty when there will be no more. Batches become smaller towards the end, so that all threads come to it together.
@@ -123,31 +140,34 @@ class Crew {
         constexpr std::size_t largest = 16;
         Lock lock(mutex_);
         queued_.wait(lock, [this] { return isQueueComplete_ || !queue_.empty(); });
+        if (queue_.empty() && !handedBack_.empty() && std::this_thread::get_id() == first_) {
+            Batch batch = std::move(handedBack_.back());
+            handedBack_.pop_back();
+            return batch;
+        }
         const auto size = std::min(queue_.size(),
                                    std::clamp<std::size_t>(queue_.size() / (std::size_t{4} * jobs_.count), 1, largest));
         const auto end = queue_.begin() + static_cast<std::ptrdiff_t>(size);
-        Batch batch{batches_, {std::move_iterator(queue_.begin()), std::move_iterator(end)}};
+        Batch batch{batches_, {std::move_iterator(queue_.begin()), std::move_iterator(end)}, {}};
         queue_.erase(queue_.begin(), end);
         batches_ += size > 0 ? 1 : 0;
         return batch;
     }
 
-    void workOn(Work work, const auto& afterEach) {
+    // `batch` holds what is not handed over yet when this throws.
+    void workOn(const Work& work, Batch& batch, const auto& afterEach) {
         while (!isOver()) {
-            const auto batch = nextBatch();
+            batch = nextBatch();
             if (batch.items.empty()) {
                 break;
             }
-            std::vector<Result> results;
-            for (const auto& item : batch.items) {
-                if (!results.empty() && isOver()) {
-                    break;
-                }
-                results.push_back(work(item));
+            batch.results.reserve(batch.items.size());
+            while (batch.results.size() < batch.items.size() && (batch.results.empty() || !isOver())) {
+                batch.results.push_back(work(batch.items[batch.results.size()]));
                 afterEach();
             }
             const std::scoped_lock lock(mutex_);
-            results_.emplace(batch.number, std::move(results));
+            results_[batch.number] = std::move(batch.results);
             finished_.notify_one();
         }
     }
@@ -173,12 +193,15 @@ class Crew {
         }
     }
 
-    void takeTheRest() {
+    // Until all is taken, or until there is work that was handed back.
+    bool takeTheRest() {
         for (bool more = true; more;) {
             Lock lock(mutex_);
             finished_.wait(lock, [this] { return results_.contains(due_) || othersWorking_ == 0; });
             more = takeNext(std::move(lock));
         }
+        const std::scoped_lock lock(mutex_);
+        return !handedBack_.empty() && !isOver();
     }
 
     const Jobs<Item, Result>& jobs_;
@@ -190,6 +213,8 @@ class Crew {
     std::condition_variable finished_;
     std::map<std::size_t, std::vector<Result>> results_;  // by the batch's number
     std::size_t due_ = 0;                                 // the batch whose turn it is
+    std::vector<Batch> handedBack_;
+    std::thread::id first_ = std::this_thread::get_id();
     int othersWorking_ = 0;
     std::exception_ptr failure_;  // of another thread
     std::atomic<bool> isCancelled_ = false;

@@ -76,12 +76,12 @@ class Finder {
     }
 
     void add(const std::string& argument) {
+        const auto absent = std::make_error_code(std::errc::no_such_file_or_directory);
         std::error_code error;
         if (argument == standardInput) {
             addFile(argument, argument);
         } else if (!fs::exists(argument, error)) {
-            const auto reason = error ? error.message() : std::string("no such file or folder");
-            tell({argument, displayName(argument) + ": " + reason});
+            tell({argument, displayName(argument) + ": " + unreadable(error ? error : absent)});
         } else if (!fs::is_directory(argument, error)) {
             addFile(argument, identity(argument));
         } else if (const auto before = told_; !addFolder(argument) && told_ == before) {
@@ -113,7 +113,7 @@ class Finder {
         std::error_code error;
         const auto entries = entriesOf(folder, error);
         if (error) {
-            tell({folder, displayName(folder) + ": " + error.message()});
+            tell({folder, displayName(folder) + ": " + unreadable(error)});
         }
         // Asking the system for each file's own name would take as long as reading it.
         const auto home = (fs::path(identity(folder)) / "").string();

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <new>
 #include <optional>
 #include <ostream>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "errors/Error.h"
 #include "hosts/cli/Jobs.h"
@@ -20,21 +22,69 @@ namespace vrn::cli {
 
 namespace {
 
-Outcome outcomeOf(const MethodRun& run, MethodWork& work, const MethodFile& file) {
-    const bool json = run.arguments.json;
-    try {
-        if (!work) {
-            work = run.makeWork();
-        }
-        return file.fault.empty() ? work(file) : faultOutcome(file, file.fault, json);
-    } catch (const Fault& fault) {
-        return faultOutcome(file, fault.what(), json);
-    } catch (const std::bad_alloc&) {
-        return faultOutcome(file, displayName(file.path) + ": there is not enough memory for it", json);
-    } catch (const std::exception& error) {
-        return faultOutcome(file, displayName(file.path) + ": " + error.what(), json);
+// Room for what is to be said when there is no more memory.
+class Reserve {
+  public:
+    Reserve() { renew(); }
+    void release() noexcept { memory_.reset(); }
+    void renew() noexcept {
+        constexpr std::size_t enough = 65536;
+        memory_.reset(new (std::nothrow) char[enough]);
     }
-}
+
+  private:
+    std::unique_ptr<char[]> memory_;
+};
+
+class Worker {
+  public:
+    Worker(const MethodRun& run, MethodWork work, bool isFirst)
+        : run_(&run), work_(std::move(work)), isFirst_(isFirst) {}
+
+    Outcome workOn(const MethodFile& file) {
+        try {
+            return outcomeOf(file);
+        } catch (const std::bad_alloc&) {
+            // The first thread tries again, once the others have given back what they hold.
+            if (!isFirst_) {
+                throw;
+            }
+            reserve_.release();
+            auto outcome = fault(file, displayName(file.path) + ": " + notEnoughMemory);
+            reserve_.renew();
+            return outcome;
+        }
+    }
+
+  private:
+    Outcome outcomeOf(const MethodFile& file) {
+        try {
+            if (!work_) {
+                work_ = run_->makeWork();
+            }
+            return file.fault.empty() ? work_(file) : fault(file, file.fault);
+        } catch (const Fault& error) {
+            return fault(file, error.what());
+        } catch (const system::Interrupted&) {
+            Outcome outcome;
+            outcome.status = ExitStatus::Interrupted;
+            return outcome;
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const std::exception& error) {
+            return fault(file, displayName(file.path) + ": " + error.what());
+        }
+    }
+
+    [[nodiscard]] Outcome fault(const MethodFile& file, const std::string& what) const {
+        return faultOutcome(file, what, run_->arguments.json);
+    }
+
+    const MethodRun* run_;
+    MethodWork work_;
+    bool isFirst_;
+    Reserve reserve_;
+};
 
 // A set that cannot be used ends the call, which is for one thread to say.
 MethodWork madeIfPossible(const MethodRun& run) noexcept {
@@ -56,14 +106,18 @@ unsigned usefulJobs(const MethodArguments& arguments) {
                        : static_cast<unsigned>(std::min<std::size_t>(arguments.jobs, arguments.methods.size()));
 }
 
-// Interruptions wait while something is being written.
-class InterruptGuard {
-  public:
-    InterruptGuard() { system::deferInterrupts(); }
-    InterruptGuard(const InterruptGuard&) = delete;
-    InterruptGuard& operator=(const InterruptGuard&) = delete;
-    ~InterruptGuard() { system::restoreInterrupts(); }
-};
+bool readsInput(const MethodArguments& arguments) {
+    return std::find(arguments.methods.begin(), arguments.methods.end(), standardInput) != arguments.methods.end();
+}
+
+// A backup may have the name of a method or of a document of the set.
+void noteInUse(const MethodRun& run, const std::vector<MethodFile>& methods) {
+    if (!run.write->backupSuffix.empty()) {
+        run.write->inUse->add(run.setFiles);
+        std::for_each(methods.begin(), methods.end(),
+                      [&run](const MethodFile& method) { run.write->inUse->add(method.path); });
+    }
+}
 
 }  // namespace
 
@@ -80,7 +134,7 @@ Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json)
 }
 
 ExitStatus runOverMethods(const MethodRun& run) {
-    std::optional<InterruptGuard> guard;
+    std::optional<system::InterruptGuard> guard;
     Progress progress(run.console);
     auto status = ExitStatus::Well;
     std::size_t total = 0;
@@ -90,41 +144,50 @@ ExitStatus runOverMethods(const MethodRun& run) {
     jobs.makeWork = [&](unsigned worker) {
         // Where there are more threads than processors, some may find nothing to do: those make theirs when they do.
         const bool isEager = worker < std::max(1U, std::thread::hardware_concurrency());
-        return [&, work = worker == 0 ? run.makeWork()
-                          : isEager   ? madeIfPossible(run)
-                                      : nullptr](const MethodFile& file) mutable { return outcomeOf(run, work, file); };
+        auto work = worker == 0 ? run.makeWork() : isEager ? madeIfPossible(run) : nullptr;
+        return [it = std::make_shared<Worker>(run, std::move(work), worker == 0)](const MethodFile& file) {
+            return it->workOn(file);
+        };
     };
     jobs.find = [&](const std::function<void(MethodFile)>& add) {
         std::vector<MethodFile> toWrite;
         findMethodFiles(run.arguments.methods, run.setFiles, [&](MethodFile file) {
             ++total;
-            if (run.writes) {
+            if (run.write != nullptr) {
                 toWrite.push_back(std::move(file));
             } else {
                 add(std::move(file));
             }
         });
         // What is written may lie in a folder that is still to be read: backups are no methods.
-        if (run.writes) {
+        if (run.write != nullptr) {
+            noteInUse(run, toWrite);
             guard.emplace();
             std::for_each(toWrite.begin(), toWrite.end(), [&add](MethodFile& file) { add(std::move(file)); });
         }
         progress.setTotal(total);
     };
+    // Who redirects a method's output wants nothing else there.
+    auto& reports = run.write != nullptr && readsInput(run.arguments) ? run.console.err : run.console.out;
     jobs.take = [&](Outcome outcome) {
+        if (outcome.status == ExitStatus::Interrupted) {
+            return;
+        }
         status = worse(status, outcome.status);
         ++done;
         if (run.beforeOutput) {
             run.beforeOutput(outcome);
         }
-        if (!outcome.out.empty() || !outcome.err.empty()) {
+        if (!outcome.out.empty() || !outcome.err.empty() || !outcome.method.empty()) {
             progress.hide();
-            run.console.out << outcome.out << std::flush;
+            run.console.out << outcome.method;
+            reports << outcome.out;
+            run.console.out << std::flush;
             run.console.err << outcome.err << std::flush;
         }
         progress.show(done);
     };
-    jobs.stop = [&run] { return run.writes && system::interrupted(); };
+    jobs.stop = [&run] { return run.write != nullptr && system::interrupted(); };
     jobs.run();
     progress.hide();
     if (done < total) {

@@ -1,7 +1,6 @@
 // What all commands over methods share: files one after the other or side by side, results in order, one exit status.
 #pragma once
 
-#include <array>
 #include <functional>
 #include <string>
 #include <vector>
@@ -9,6 +8,8 @@
 #include "hosts/cli/Console.h"
 #include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/MethodFiles.h"
+#include "hosts/cli/Outcome.h"
+#include "hosts/cli/Rewrite.h"
 
 namespace vrn::cli {
 
@@ -19,25 +20,14 @@ struct MethodArguments {
     bool json = false;
 };
 
-/// What came of one method.
-struct Outcome {
-    std::string out;
-    std::string err;
-    ExitStatus status = ExitStatus::Well;
-    std::string file;                     ///< of a file at fault, its path
-    std::string fault;                    ///< and what is wrong with it
-    std::vector<std::string> once;        ///< output about what methods have in common, for the command to tell once
-    std::array<std::size_t, 3> counts{};  ///< whatever the command adds up over all methods
-};
-
 using MethodWork = std::function<Outcome(const MethodFile& file)>;
 
 struct MethodRun {
     const Console& console;
     const MethodArguments& arguments;
-    std::vector<std::string> setFiles;           ///< no methods, though they lie in a folder of them
-    std::function<MethodWork()> makeWork;        ///< called by each thread, side by side
-    bool writes = false;                         ///< an interruption waits for the method at hand
+    std::vector<std::string> setFiles;      ///< no methods, though they lie in a folder of them
+    std::function<MethodWork()> makeWork;   ///< called by each thread, side by side
+    const WriteArguments* write = nullptr;  ///< of a command that writes: interruptions wait for the method at hand
     std::function<void(Outcome&)> beforeOutput;  ///< may look at every outcome, in order, and take its output away
 };
 

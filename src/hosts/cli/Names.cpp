@@ -43,6 +43,13 @@ std::string displayName(std::string_view path) {
     return shown;
 }
 
+std::string unreadable(const std::error_code& error) {
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) {
+        return "no such file or folder";
+    }
+    return error == std::errc::is_a_directory ? "is a folder" : "cannot be read: " + error.message();
+}
+
 std::string uriOf(std::string_view path) {
     const std::filesystem::path native(path);
     std::string uri = native.is_absolute() ? "file://" : "";

@@ -1,8 +1,11 @@
 #include "hosts/cli/Rewrite.h"
 
+#include <filesystem>
+#include <utility>
+
 #include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/Names.h"
-#include "hosts/cli/System.h"
+#include "hosts/cli/Output.h"
 #include "method/Verification.h"
 #include "xml/TextFile.h"
 
@@ -23,7 +26,51 @@ void requireIntact(Engine& engine, const XmlFile& file, std::string_view bytes) 
 
 }  // namespace
 
-void writeBack(Engine& engine, const XmlFile& file, const xml::Document& method, const WriteArguments& write,
+void FilesInUse::add(const std::string& path) {
+    if (auto identity = path == standardInput ? system::identityOfInput() : system::identityOf(path);
+        !identity.empty()) {
+        identities_.insert(std::move(identity));
+    }
+}
+
+void FilesInUse::add(const std::vector<std::string>& paths) {
+    for (const auto& path : paths) {
+        add(path);
+    }
+}
+
+void FilesInUse::requireFree(const std::string& path, const std::string& shown, const std::string& what) const {
+    if (identities_.contains(system::identityOf(path))) {
+        throw Fault(displayName(shown) + ": " + what +
+                    " would replace a file that this call uses; nothing was written");
+    }
+}
+
+MethodToWrite readMethod(const std::string& path, const Console& console, const WriteArguments& write) {
+    MethodToWrite method;
+    if (!write.dryRun && path != standardInput) {
+        method.claim = system::claimFile(path);
+    }
+    method.bytes = readFile(path, console);
+    static_cast<XmlFile&>(method) = xmlFileOf(path, method.bytes, "Method");
+    return method;
+}
+
+void requireWritable(const MethodToWrite& file, const WriteArguments& write) {
+    if (file.path == standardInput) {
+        return;
+    }
+    if (!write.backupSuffix.empty()) {
+        if (std::filesystem::path("x" + write.backupSuffix).has_parent_path()) {
+            throw Fault("'" + printable(write.backupSuffix) + "' is no suffix: it leads to another folder");
+        }
+        write.inUse->requireFree(system::backupOf(file.path, write.backupSuffix), file.path + write.backupSuffix,
+                                 "the backup");
+    }
+    system::requireReplaceable(file.path, write.backupSuffix);
+}
+
+void writeBack(Engine& engine, const MethodToWrite& file, const xml::Document& method, const WriteArguments& write,
                Outcome& outcome) {
     auto bytes = bytesFor(file, method);
     requireIntact(engine, file, bytes);
@@ -31,9 +78,16 @@ void writeBack(Engine& engine, const XmlFile& file, const xml::Document& method,
         return;
     }
     if (file.path == standardInput) {
-        outcome.out += bytes;
+        outcome.method += bytes;
     } else {
-        system::replaceFile(file.path, bytes, write.backupSuffix);
+        requireWritable(file, write);
+        system::replaceFile(file.path, bytes, write.backupSuffix, file.bytes);
+    }
+}
+
+void passThrough(const MethodToWrite& file, const WriteArguments& write, Outcome& outcome) {
+    if (file.path == standardInput && !write.dryRun) {
+        outcome.method = file.bytes;
     }
 }
 

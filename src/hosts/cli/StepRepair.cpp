@@ -68,8 +68,18 @@ class Repair {
         }
     }
 
+    // A step that stands bare goes on up to the next element.
+    static void removeRest(const xml::Node& step) {
+        const bool isBare = step.kind() != xml::NodeKind::Element;
+        for (auto next = step.nextSibling(); isBare && next && next.kind() != xml::NodeKind::Element;
+             next = step.nextSibling()) {
+            step.parentNode().removeChild(next);
+        }
+    }
+
     void remove(std::size_t step) {
         const auto at = static_cast<std::ptrdiff_t>(step) - 1;
+        removeRest(nodes_[step - 1]);
         nodes_[step - 1].parentNode().removeChild(nodes_[step - 1]);
         nodes_.erase(nodes_.begin() + at);
         steps_.erase(steps_.begin() + at);
@@ -86,6 +96,7 @@ class Repair {
         if (known.empty()) {
             fail(command, "the catalogue has no macro '" + command.text + "'");
         }
+        removeRest(nodes_[command.step - 1]);
         nodes_[command.step - 1].setText(known.front() + "()");
         steps_[command.step - 1] = {};
         kept_.push_back(command);

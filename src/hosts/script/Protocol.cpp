@@ -24,15 +24,24 @@ constexpr std::array buttons{"cmdInsert", "cmdReplace", "cmdDelete", "cmdDefCycl
 constexpr std::array textBoxes{"txtMethodDescription"};
 
 std::string readFile(const std::string& path) {
-    std::ifstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
+    std::ifstream file(name, std::ios::binary);
     std::string bytes;
     std::array<char, 65536> block{};
-    while (file.read(block.data(), block.size()) || file.gcount() > 0) {
+    while (bytes.size() <= xml::largestFile && (file.read(block.data(), block.size()) || file.gcount() > 0)) {
         bytes.append(block.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    if (bytes.size() > xml::largestFile) {
+        throw BadRequest("file '" + path + "' " + std::string(xml::tooLarge));
     }
     // A folder can be opened as well; only reading it fails.
     if (!file.is_open() || file.bad()) {
-        throw BadRequest("cannot read file '" + path + "'");
+        std::error_code error;
+        const bool isThere = std::filesystem::exists(name, error);
+        throw BadRequest("cannot read file '" + path + "'" +
+                         (isThere ? std::filesystem::is_directory(name, error) ? ": is a folder" : ""
+                          : error ? ": " + error.message()
+                                  : ": no such file or folder"));
     }
     try {
         return xml::decodeXmlFile(bytes);

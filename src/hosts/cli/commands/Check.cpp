@@ -139,7 +139,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
         addResults(outcome.fault.empty() ? outcome.out : sarifFault(outcome.file, outcome.fault));
         outcome.out.clear();
     };
-    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, false, gather});
+    const auto status = runOverMethods({console, arguments.methods, set.files, makeWork, nullptr, gather});
     if (sarif) {
         console.out << sarifDocument(results);
     } else if (arguments.format == "text") {

@@ -28,7 +28,7 @@ struct EditArguments {
 class Editing {
   public:
     Editing(const Console& console, const EditArguments& arguments)
-        : console_(&console), arguments_(&arguments), checker_(readSet(arguments.set, console)) {}
+        : Editing(console, arguments, readSet(arguments.set, console)) {}
 
     ExitStatus run() {
         if (arguments_->method == standardInput && arguments_->script == standardInput) {
@@ -37,8 +37,9 @@ class Editing {
         if (arguments_->method == standardInput && auditGoesToOutput()) {
             throw Fault("standard output cannot be both the method and the audit trail");
         }
+        requireApart();
         const auto commands = parseEditScript(arguments_->script, readFile(arguments_->script, *console_));
-        const auto method = readXmlFile(arguments_->method, *console_, "Method");
+        const auto method = readMethod(arguments_->method, *console_, arguments_->write);
         auto& engine = checker_.engine();
         const auto inspection = editable(method);
         const auto repair = repaired(engine, method, inspection, arguments_->script, commands);
@@ -71,6 +72,30 @@ class Editing {
     }
 
   private:
+    Editing(const Console& console, const EditArguments& arguments, const SetTexts& set)
+        : console_(&console), arguments_(&arguments), checker_(set) {
+        arguments.write.inUse->add(set.files);
+        arguments.write.inUse->add({arguments.method, arguments.script});
+    }
+
+    // What the call writes is to harm nothing that it reads, whatever names these have.
+    void requireApart() const {
+        const auto& audit = arguments_->audit;
+        if (!auditGoesToFile()) {
+            return;
+        }
+        arguments_->write.inUse->requireFree(audit, audit, "the audit trail");
+        const auto identity = system::identityOf(audit);
+        if (identity == system::identityOfOutput()) {
+            throw Fault(displayName(audit) + ": is the standard output already; use --audit -");
+        }
+        const auto& suffix = arguments_->write.backupSuffix;
+        if (!suffix.empty() && arguments_->method != standardInput &&
+            identity == system::identityOf(system::backupOf(arguments_->method, suffix))) {
+            throw Fault(displayName(audit) + ": cannot be both the audit trail and the backup");
+        }
+    }
+
     // What the editor would not show cannot be edited; steps that it cannot read apart.
     method::Inspection editable(const XmlFile& method) {
         auto result = checker_.check(method.document);
@@ -95,41 +120,59 @@ class Editing {
                                    : audit::AuditTrailAgainst(engine.state(), original->document);
     }
 
-    [[nodiscard]] bool auditGoesToOutput() const { return arguments_->audit == standardInput; }
+    [[nodiscard]] bool auditGoesToOutput() const {
+        return arguments_->audit == standardInput || system::isOutput(arguments_->audit);
+    }
+    [[nodiscard]] bool auditGoesToFile() const {
+        return !arguments_->audit.empty() && !auditGoesToOutput() && !system::isStream(arguments_->audit);
+    }
 
-    // The audit trail first: a method is not to change without one. It goes again when the method cannot be written.
-    void write(const XmlFile& method, const xml::Document& built, const std::string& audit) {
-        const bool writesAudit = !arguments_->audit.empty() && !arguments_->write.dryRun;
-        if (writesAudit && auditGoesToOutput()) {
+    // The audit trail first: a method is not to change without one.
+    void write(const MethodToWrite& method, const xml::Document& built, const std::string& audit) {
+        if (arguments_->write.dryRun) {
+            writeMethod(method, built);
+            return;
+        }
+        const system::InterruptGuard guard;
+        requireWritable(method, arguments_->write);
+        if (auditGoesToFile()) {
+            writeWithAuditFile(method, built, audit + "\n");
+            return;
+        }
+        if (auditGoesToOutput()) {
             console_->out << audit << '\n' << std::flush;
             if (!console_->out) {
                 throw Fault("the output cannot be written");
             }
+        } else if (!arguments_->audit.empty()) {
+            system::writeStream(arguments_->audit, audit + "\n");
         }
-        if (!writesAudit || auditGoesToOutput()) {
-            writeMethod(method, built);
-            return;
-        }
+        writeMethod(method, built);
+    }
+
+    // The audit trail goes again when the method cannot be written.
+    void writeWithAuditFile(const MethodToWrite& method, const xml::Document& built, const std::string& audit) {
+        const auto& path = arguments_->audit;
         std::error_code error;
-        const bool existed = std::filesystem::exists(arguments_->audit, error);
-        const auto before = existed ? readFile(arguments_->audit, *console_) : std::string();
-        system::replaceFile(arguments_->audit, audit + "\n", "");
+        const bool existed = std::filesystem::exists(path, error);
+        const auto before = existed ? readFile(path, *console_) : std::string();
+        system::replaceFile(path, audit, "");
         try {
             writeMethod(method, built);
         } catch (...) {
             if (existed) {
-                system::replaceFile(arguments_->audit, before, "");
+                system::replaceFile(path, before, "");
             } else {
-                std::filesystem::remove(arguments_->audit, error);
+                std::filesystem::remove(path, error);
             }
             throw;
         }
     }
 
-    void writeMethod(const XmlFile& method, const xml::Document& built) {
+    void writeMethod(const MethodToWrite& method, const xml::Document& built) {
         Outcome outcome;
         writeBack(checker_.engine(), method, built, arguments_->write, outcome);
-        console_->out << outcome.out;
+        console_->out << outcome.method;
     }
 
     void tellReport(const XmlFile& method, const char* status, const std::string& words,

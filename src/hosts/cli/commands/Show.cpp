@@ -274,7 +274,7 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
             isFirst = false;
         }
     };
-    return runOverMethods({console, arguments.methods, set.files, makeWork, false, separate});
+    return runOverMethods({console, arguments.methods, set.files, makeWork, nullptr, separate});
 }
 
 }  // namespace

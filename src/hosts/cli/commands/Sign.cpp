@@ -32,7 +32,7 @@ class Signer {
     }
 
     Outcome sign(const MethodFile& file) {
-        auto method = readXmlFile(file.path, *console_, "Method");
+        auto method = readMethod(file.path, *console_, arguments_->write);
         auto& state = engine().state();
         state.domMethod = method.document;
         const auto verification = method::VerifyLoadedMethod(state);
@@ -51,10 +51,7 @@ class Signer {
         }
         Outcome outcome;
         if (verification.code == 0) {
-            // Who reads the output wants the method, changed or not.
-            if (file.path == standardInput && !arguments_->write.dryRun) {
-                outcome.out = bytesFor(method, method.document);
-            }
+            passThrough(method, arguments_->write, outcome);
             return told(method, "unchanged", "is signed already", std::move(outcome));
         }
         method::MethodSigner(state).sign(method.document);
@@ -123,7 +120,7 @@ ExitStatus run(const Console& console, const SignArguments& arguments) {
         };
     };
     return runOverMethods(
-        {console, arguments.methods, set ? set->files : std::vector<std::string>(), makeWork, true, {}});
+        {console, arguments.methods, set ? set->files : std::vector<std::string>(), makeWork, &arguments.write, {}});
 }
 
 }  // namespace

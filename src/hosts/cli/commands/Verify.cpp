@@ -83,7 +83,7 @@ void addVerify(CLI::App& tool, Session& session) {
     command.callback([methods, &session] {
         const auto& console = session.console;
         session.status = runOverMethods(
-            {console, *methods, {}, [&console, &methods] { return verifier(console, methods->json); }, false, {}});
+            {console, *methods, {}, [&console, &methods] { return verifier(console, methods->json); }, nullptr, {}});
     });
 }
 
