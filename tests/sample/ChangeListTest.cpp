@@ -34,6 +34,13 @@ TEST(ChangeListTest, EveryDifferenceHasARow) {
                             ChangeRow{"Moved B", "step 2", "step 4"}));
 }
 
+TEST(ChangeListTest, WhatHasNoNameHasARowToo) {
+    const auto before = methodWith("10uL", "First", {"A(1,2)"});
+    auto after = before;
+    after.replace(after.find("<Method>"), 8, "<Method TimingInformationID=\"x\" by=\"me\">");
+    EXPECT_THAT(changesBetween(before, after), ElementsAre(ChangeRow{"@by", "", "me"}));
+}
+
 TEST(ChangeListTest, ANewMethodIsComparedWithNothing) {
     EXPECT_THAT(changesBetween("", methodWith("5uL", "", {"A()"})),
                 ElementsAre(ChangeRow{"Version", "", "04"}, ChangeRow{"Syringe", "", "5uL"},

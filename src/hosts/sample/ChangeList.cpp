@@ -89,15 +89,29 @@ std::vector<ChangeRow> changeRows(const audit::MethodDiff& diff) {
     for (const auto& difference : diff.cycles) {
         addLines(rows, "Cycle " + difference.name, difference);
     }
+    for (const auto& difference : diff.rest) {
+        // The fingerprint follows from the values above.
+        if (difference.name != "@TimingInformationID") {
+            addLines(rows, difference.name, difference);
+        }
+    }
     return rows;
 }
 
 std::vector<ChangeRow> changesBetween(const std::string& before, const std::string& now) {
-    const auto contentOf = [](const std::string& text) {
+    // Nothing at all is as good as a method with nothing in it.
+    const auto documentOf = [](const std::string& text) {
         xml::Document document;
-        return !text.empty() && document.loadXML(text) ? method::contentOf(document) : method::MethodContent{};
+        if (text.empty() || !document.loadXML(text)) {
+            document.loadXML("<Method/>");
+        }
+        return document;
     };
-    return changeRows(audit::differenceOf(contentOf(before), contentOf(now)));
+    auto diff = audit::differenceOf(documentOf(before), documentOf(now));
+    if (before.empty() || now.empty()) {
+        diff.rest.clear();  // all of the other document
+    }
+    return changeRows(diff);
 }
 
 }  // namespace vrn::sample
