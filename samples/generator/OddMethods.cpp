@@ -60,7 +60,7 @@ std::string withVersion(const std::string& good, const char* version) {
 
 std::string tampered(const std::string& good) {
     const xml::Document document = parsed(good);
-    const xml::Node step = found(document, "/Method/Macros/MacroVariable/MacroValues[2]");
+    const xml::Node step = found(document, "/Method/Macros/MacroVariable/MacroValues").nextOfSameName();
     std::string text = step.text();
     // The volume of the transfer: still in range, so that nothing but the signature tells.
     const std::size_t volume = text.find(",25,");
@@ -95,10 +95,10 @@ std::string noVersion(const std::string& good) {
 
 std::string unknownCycle(const std::string& good) {
     const xml::Document document = parsed(good);
-    const xml::Node step = found(document, "/Method/Macros/MacroVariable/MacroValues[2]");
+    const xml::Node step = found(document, "/Method/Macros/MacroVariable/MacroValues").nextOfSameName();
     std::string text = step.text();
     step.setText("PIPETTE" + text.substr(text.find('(')));
-    const xml::Node embedded = found(document, "/Method/Macros/MacroData/MacroName[2]");
+    const xml::Node embedded = found(document, "/Method/Macros/MacroData/MacroName").nextOfSameName();
     embedded.setText("[MACRO PIPETTE]");
     return signedAgain(document);
 }

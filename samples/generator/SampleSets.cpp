@@ -5,9 +5,9 @@
 #include "Files.h"
 #include "OddMethods.h"
 #include "Writer.h"
+#include "text/TextFile.h"
 #include "vocabulary/Methods.h"
 #include "vocabulary/Vocabulary.h"
-#include "xml/TextFile.h"
 
 namespace vrn::samples {
 
@@ -20,7 +20,7 @@ void writeInstallation(const std::filesystem::path& folder, const Installation& 
 }
 
 void writeMethod(const std::filesystem::path& folder, const std::string& name, const std::string& text) {
-    writeFile(folder / "methods" / (name + ".xml"), xml::encodeXmlFile(text));
+    writeFile(folder / "methods" / (name + ".xml"), text::encodeXmlFile(text));
 }
 
 }  // namespace

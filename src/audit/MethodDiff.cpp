@@ -10,7 +10,7 @@
 #include "services/SignatureProfile.h"
 #include "text/Alignment.h"
 #include "text/Lists.h"
-#include "xml/Tree.h"
+#include "xml/ComparedTree.h"
 
 namespace vrn::audit {
 
@@ -219,7 +219,7 @@ class Rest {
   public:
     explicit Rest(const xml::Document& method) : tree_(xml::treeOf(method)), root_(tree_.child("Method")) {}
 
-    [[nodiscard]] const xml::Tree& tree() const { return tree_; }
+    [[nodiscard]] const xml::ComparedTree& tree() const { return tree_; }
 
     // The parts that both methods have keep their place.
     static void takeOutTold(Rest& before, Rest& after, bool isDescriptionTold) {
@@ -242,13 +242,13 @@ class Rest {
     }
 
   private:
-    [[nodiscard]] xml::Tree* at(std::string_view first, std::string_view second = {}) {
+    [[nodiscard]] xml::ComparedTree* at(std::string_view first, std::string_view second = {}) {
         auto* const found = first.empty() ? root_ : root_->child(first);
         return found == nullptr || second.empty() ? found : found->child(second);
     }
 
     // Of either form.
-    static bool isSignature(const xml::Tree& tree) {
+    static bool isSignature(const xml::ComparedTree& tree) {
         if (tree.namespaceUri.empty()) {
             return tree.name == "Signature";
         }
@@ -265,7 +265,7 @@ class Rest {
     }
     void takeOutSteps() {
         if (auto* const sequence = at("Macros", "MacroVariable")) {
-            std::erase_if(sequence->children, [](const xml::Tree& step) {
+            std::erase_if(sequence->children, [](const xml::ComparedTree& step) {
                 return step.name == "MacroValues" && step.isPlainLeaf() && !step.children.empty();
             });
         }
@@ -276,7 +276,7 @@ class Rest {
             return;
         }
         bool isInCycle = false;  // lines before the first name belong to none
-        std::erase_if(data->children, [&isInCycle](const xml::Tree& node) {
+        std::erase_if(data->children, [&isInCycle](const xml::ComparedTree& node) {
             const auto text = node.leafText();
             if (node.name == "MacroName") {
                 isInCycle = true;
@@ -287,8 +287,9 @@ class Rest {
     }
     void takeOutDescription() {
         if (auto* const description = at("Description")) {
-            std::erase_if(description->children,
-                          [](const xml::Tree& line) { return line.name == "DescriptionLine" && line.isPlainLeaf(); });
+            std::erase_if(description->children, [](const xml::ComparedTree& line) {
+                return line.name == "DescriptionLine" && line.isPlainLeaf();
+            });
         }
     }
     static void takeOutLeaf(Rest& before, Rest& after, std::string_view parent, std::string_view name) {
@@ -307,13 +308,13 @@ class Rest {
         auto* const tree = at(parent);
         return tree != nullptr && tree->child(name) != nullptr;
     }
-    [[nodiscard]] xml::Tree* plainLeaf(std::string_view parent, std::string_view name) {
+    [[nodiscard]] xml::ComparedTree* plainLeaf(std::string_view parent, std::string_view name) {
         auto* const tree = at(parent);
         auto* const leaf = tree == nullptr ? nullptr : tree->child(name);
         return leaf != nullptr && leaf->isPlainLeaf() && !leaf->children.empty() ? leaf : nullptr;
     }
-    void erase(std::string_view parent, const xml::Tree* child) {
-        std::erase_if(at(parent)->children, [child](const xml::Tree& each) { return &each == child; });
+    void erase(std::string_view parent, const xml::ComparedTree* child) {
+        std::erase_if(at(parent)->children, [child](const xml::ComparedTree& each) { return &each == child; });
     }
     // An element that one method alone has, with nothing in it but what was told.
     static void takeOutIfEmptied(Rest& before, Rest& after, std::string_view name) {
@@ -326,8 +327,8 @@ class Rest {
         }
     }
 
-    xml::Tree tree_;
-    xml::Tree* root_;
+    xml::ComparedTree tree_;
+    xml::ComparedTree* root_;
 };
 
 std::vector<Difference> restDifferences(const xml::Document& before, const xml::Document& after,

@@ -17,9 +17,8 @@ void addArguments(const std::string& call, UdonCollection& udons) {
     if (open == std::string::npos || open + 1 >= call.size()) {
         return;
     }
-    for (const auto& value : text::split(std::string_view(call).substr(open + 1, call.size() - open - 2), ",")) {
-        udons.addValue(value);
-    }
+    text::forEachItem(std::string_view(call).substr(open + 1, call.size() - open - 2), ",",
+                      [&udons](std::string_view value) { udons.addValue(value); });
 }
 
 }  // namespace
@@ -59,11 +58,15 @@ void ClearSpaces(std::string& text) {
     }
 }
 
-void UdonCollection::addValue(const std::string& value) {
+void UdonCollection::addValue(std::string_view value) {
     if (!value.starts_with("SL.")) {
         return;
     }
-    auto cleaned = value;
+    if (known_.contains(value)) {
+        return;  // as most are, written as before
+    }
+    known_.emplace(value);
+    std::string cleaned(value);
     ClearSpaces(cleaned);
     if (upperCased_.insert(text::upperCase(cleaned)).second) {
         names_.push_back(std::move(cleaned));

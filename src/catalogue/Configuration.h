@@ -1,6 +1,7 @@
 // User-defined names: which of them a value may be, under which category they stand, and which a method uses.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -26,12 +27,17 @@ void ClearSpaces(std::string& text);
 class UdonCollection {
   public:
     /// Adds the cleaned form of a value that begins with "SL."; any other value is passed over.
-    void addValue(const std::string& value);
+    void addValue(std::string_view value);
     [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
 
   private:
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+    };
     std::vector<std::string> names_;
     std::unordered_set<std::string> upperCased_;
+    std::unordered_set<std::string, TextHash, std::equal_to<>> known_;  ///< values that were added, as they were
 };
 
 /// The user-defined names in the macro values, and in the atom line, of a method document.

@@ -243,7 +243,7 @@ std::optional<std::string> ArgumentsIndex::keyOfName(const std::string& name) co
         for (const auto& object : objects_) {
             const auto key = object.child("OBJECTNAME");
             for (auto udon = key ? object.child("UDON") : xml::Node(); udon; udon = udon.nextOfSameName()) {
-                map.try_emplace(udon.stringValue(), key.typedValue());
+                map.try_emplace(udon.stringValue(), key.text());
             }
         }
     }

@@ -62,18 +62,6 @@ std::vector<xml::Node> stepNodes(const xml::Document& method) {
     return nodes;
 }
 
-std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method) {
-    std::vector<std::optional<std::size_t>> elements;
-    std::size_t next = 0;
-    for (const auto& child : sequenceOf(method)) {
-        const auto element = child.isElement ? std::optional(next++) : std::nullopt;
-        if (isStep(child.text)) {
-            elements.push_back(element);
-        }
-    }
-    return elements;
-}
-
 std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept {
     const auto open = text.find('(');
     const auto close = text.find(')');

@@ -19,8 +19,6 @@ namespace vrn::method {
 [[nodiscard]] std::vector<std::string> stepTexts(const xml::Document& method);
 /// The node of each of these steps; the first of a text that stands there bare in several.
 [[nodiscard]] std::vector<xml::Node> stepNodes(const xml::Document& method);
-/// Which child element of the sequence each of these texts is, from 0; nothing for a text that stands there bare.
-[[nodiscard]] std::vector<std::optional<std::size_t>> stepElements(const xml::Document& method);
 
 /// Where the values of a step's text stand: between the first "(" and the first ")". Nothing without these in this order.
 struct StepParentheses {

@@ -41,20 +41,29 @@ struct Sequence {
     UdonsByMacro udons;
 };
 
-void appendStep(std::string& text, const MethodMacroEntry& step) {
+// `call` is room for the step's text that many steps share.
+void appendStep(std::string& text, const MethodMacroEntry& step, std::string& call) {
     if (step.MacroName.empty() && !step.MacroValues) {
         text += emptyStep;
         return;
     }
-    text += element("MacroValues", step.MacroName + "(" +
-                                       text::join(step.MacroValues.value_or(std::vector<std::string>()), ",") + ")");
+    call = step.MacroName;
+    call += '(';
+    if (step.MacroValues) {
+        text::appendJoined(call, *step.MacroValues, ",");
+    }
+    call += ')';
+    text += "<MacroValues>";
+    xml::appendContent(text, call);
+    text += "</MacroValues>\r\n";
 }
 
 Sequence sequenceOf(const EditorState& state) {
     Sequence sequence;
     std::vector<std::string> distinct;
+    std::string call;
     for (const auto& step : state.arrMethodMacros) {
-        appendStep(sequence.text, step);
+        appendStep(sequence.text, step, call);
         auto [entry, isNew] = sequence.udons.try_emplace(step.MacroName);
         if (isNew) {
             distinct.push_back(step.MacroName);
@@ -86,12 +95,15 @@ std::string assemble(EditorState& state, const Sequence& sequence) {
     if (state.strSlConfig.empty()) {
         state.strSlConfig = "<SLCONFIG>\r\n" + std::string(defaultConfigObject) + "</SLCONFIG>\r\n";
     }
-    std::string text(methodDeclaration);
+    std::string text;
+    text.reserve(sequence.text.size() + macroData.size() + state.strSlConfig.size() + state.strAtomLine.size() + 1024);
+    text += methodDeclaration;
     text += "\r\n<Method>\r\n<Syringe>\r\n" + element("SyringeSize", state.cboSyringe.text()) + "</Syringe>\r\n";
-    text += "<Macros>\r\n<MacroVariable>\r\n" + sequence.text + "</MacroVariable>\r\n";
-    text += "<MacroData>\r\n" + macroData + "</MacroData>\r\n</Macros>\r\n";
+    text.append("<Macros>\r\n<MacroVariable>\r\n").append(sequence.text).append("</MacroVariable>\r\n");
+    text.append("<MacroData>\r\n").append(macroData).append("</MacroData>\r\n</Macros>\r\n");
     text += state.strSlConfig;
-    text += "<ATOMLINE>\r\n" + state.strAtomLine + "</ATOMLINE>\r\n<VERSION>04</VERSION>\r\n</Method>\r\n";
+    text.append("<ATOMLINE>\r\n").append(state.strAtomLine);
+    text += "</ATOMLINE>\r\n<VERSION>04</VERSION>\r\n</Method>\r\n";
     return text;
 }
 

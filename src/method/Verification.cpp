@@ -55,7 +55,7 @@ std::int32_t Verify_Guid_Signiture(const EditorState& state, const xml::Document
             return 0;
         }
         const auto guid = root.appendChild(method.createElement("Guid"));
-        guid.setTypedValue(state.services.createSignatureV23()->sign(services::signatureElementTextV23()));
+        guid.setText(state.services.createSignatureV23()->sign(services::signatureElementTextV23()));
         const auto component = state.services.createSignatureV23();
         const auto code = component->verify(method, "");
         if (code != 0) {
@@ -91,7 +91,7 @@ VerificationResult VerifyLoadedMethod(EditorState& state) {
         return codeResult(*component, component->verify(method, ""));
     }
     VerificationResult result;
-    const auto version = versionAsShown(versionNode.typedValue());
+    const auto version = versionAsShown(versionNode.text());
     if (version == "2" || version == "3") {
         result.version = version == "2" ? MethodVersion::Two : MethodVersion::Three;
         // The check adds to the method. The baseline, which shares the document so far, stays as the host handed it over.

@@ -113,33 +113,12 @@ class ProfileReader final : public xml::NodeVisitor {
     std::string keyName_;
 };
 
-/// Looks at the element that it is led to, and not at what stands in it.
-class ElementLook final : public xml::NodeVisitor {
-  public:
-    bool startElement(const xml::ElementView& element) override {
-        isSignature_ = services::isSignature(element);
-        return false;
-    }
-    void endElement(const xml::ElementView& /*element*/) override {}
-    void text(std::string_view /*content*/) override {}
-    void cdata(std::string_view /*content*/) override {}
-    void comment(std::string_view /*content*/) override {}
-    void processingInstruction(std::string_view /*target*/, std::string_view /*data*/) override {}
-
-    [[nodiscard]] bool isSignature() const { return isSignature_; }
-
-  private:
-    bool isSignature_ = false;
-};
-
 bool isSignature(const xml::Node& element) {
-    // Names are at hand; a visit reads all attributes, too.
-    if (!element.name().ends_with(profile.front().name)) {
+    if (element.namespaceUri() != signatureNamespace) {
         return false;
     }
-    ElementLook look;
-    element.accept(look);
-    return look.isSignature();
+    const auto name = element.name();
+    return std::string_view(name).substr(name.find(':') + 1) == profile.front().name;
 }
 
 }  // namespace

@@ -4,21 +4,20 @@ namespace vrn::text {
 
 std::vector<std::string> split(std::string_view text, std::string_view separator) {
     std::vector<std::string> items;
-    if (text.empty()) {
-        return items;
-    }
-    for (;;) {
-        const auto end = text.find(separator);
-        items.emplace_back(text.substr(0, end));
-        if (end == std::string_view::npos) {
-            return items;
-        }
-        text.remove_prefix(end + separator.size());
-    }
+    std::size_t count = 0;
+    forEachItem(text, separator, [&count](std::string_view /*item*/) { ++count; });
+    items.reserve(count);
+    forEachItem(text, separator, [&items](std::string_view item) { items.emplace_back(item); });
+    return items;
 }
 
 std::string join(const std::vector<std::string>& items, std::string_view separator) {
     std::string out;
+    appendJoined(out, items, separator);
+    return out;
+}
+
+void appendJoined(std::string& out, const std::vector<std::string>& items, std::string_view separator) {
     bool first = true;
     for (const auto& item : items) {
         if (!first) {
@@ -27,7 +26,6 @@ std::string join(const std::vector<std::string>& items, std::string_view separat
         out += item;
         first = false;
     }
-    return out;
 }
 
 std::string_view trimBlanks(std::string_view text) noexcept {

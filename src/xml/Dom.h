@@ -1,35 +1,35 @@
-// The XML port: documents as the editor sees them.
+// XML documents as the editor sees them: a tree that owns its nodes, and handles on it. All text is UTF-8.
 //
-// One back end stands behind these declarations, chosen at link time (`libxml2/` on POSIX systems, `msxml/` on Windows);
-// callers never know which. All text is UTF-8. Both back ends must pass tests/xml/DomContractTest.cpp.
-//
-// How documents are read (the same on every back end):
+// How documents are read:
 //  - Text that consists of white space only is dropped on load, unless it was written with character references or as
 //    CDATA: what a document's author could not have meant as layout is kept.
 //  - The XML declaration is a node: a processing instruction named "xml", first child of the document. The encoding it
-//    names is not acted on, since text in memory is UTF-8 whatever file it came from (see TextFile.h).
+//    names is not acted on, since text in memory is UTF-8 whatever file it came from (see text/XmlFile.h).
 //  - A DOCTYPE is refused. No external entity, DTD subset or URL is ever fetched.
 //  - Serialising and loading again gives an equal tree, but for what text cannot say: neighbouring texts become one, and a
 //    CDATA section that holds "]]>" becomes two. The output carries no white space that the tree does not.
 //  - Every text is read in time linear to its length. What could cost more is a parse error: elements deeper than 1000, more
 //    than 1000 attributes or declarations on one element, more than 100,000 different names.
+//
+// A document and the handles on it belong to one thread at a time; different documents share nothing, whatever one was
+// copied from.
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vrn::xml {
 
-enum class NodeKind { Document, Element, Attribute, Text, CData, Comment, ProcessingInstruction, Fragment };
+enum class NodeKind { Document, Element, Text, CData, Comment, ProcessingInstruction, Fragment };
 
 /// Why and where a text was not well-formed. All values are of the first error; a `errorCode` of 0 means none.
 struct ParseError {
-    int errorCode = 0;    ///< the back end's code, or `dtdProhibited`
+    int errorCode = 0;    ///< expat's code, or one of those below
     std::string reason;   ///< one line, without line end
     int filepos = 0;      ///< offset of the error in the text, in UTF-16 units, from 0
     int line = 0;         ///< from 1
@@ -38,6 +38,13 @@ struct ParseError {
     std::string url;      ///< where the text came from; empty for text from memory
 
     static constexpr int dtdProhibited = -1072896636;  ///< a document with a DOCTYPE
+    static constexpr int limitExceeded = 1000;         ///< one beyond the limits named above
+};
+
+/// Where a node begins in the text that was parsed, both from 1; the column in UTF-16 units. Zeros for a node made since.
+struct Position {
+    int line = 0;
+    int column = 0;
 };
 
 /// One attribute during a visit. Namespace declarations come as attributes in the namespace of declarations.
@@ -74,6 +81,30 @@ class NodeVisitor {
     virtual void processingInstruction(std::string_view target, std::string_view data) = 0;
 };
 
+class Tree;
+struct NodeData;
+
+/// Shares a tree among its handles. Counts without atomics: a tree belongs to one thread at a time.
+class TreePointer {
+  public:
+    TreePointer() noexcept = default;
+    explicit TreePointer(Tree* tree) noexcept;
+    TreePointer(const TreePointer& other) noexcept : TreePointer(other.tree_) {}
+    TreePointer(TreePointer&& other) noexcept : tree_(std::exchange(other.tree_, nullptr)) {}
+    TreePointer& operator=(TreePointer other) noexcept {
+        std::swap(tree_, other.tree_);
+        return *this;
+    }
+    ~TreePointer();
+
+    [[nodiscard]] Tree* get() const noexcept { return tree_; }
+    Tree* operator->() const noexcept { return tree_; }
+    bool operator==(const TreePointer& other) const noexcept { return tree_ == other.tree_; }
+
+  private:
+    Tree* tree_ = nullptr;
+};
+
 /// A node of a document, or none. A value: copies name the same node and keep its document alive. Nodes taken out of a
 /// document stay usable for as long as any handle on that document lives.
 ///
@@ -83,26 +114,26 @@ class Node {
   public:
     Node() = default;
 
-    explicit operator bool() const noexcept { return raw_ != nullptr; }
+    explicit operator bool() const noexcept { return data_ != nullptr; }
     /// Whether both name the same node.
-    bool operator==(const Node& other) const;
+    bool operator==(const Node& other) const noexcept { return data_ == other.data_; }
 
     [[nodiscard]] NodeKind kind() const;
-    /// Qualified name of an element, attribute or target of an instruction; "#text", "#document" … of others.
+    /// Qualified name of an element or target of an instruction; "#text", "#document" … of others.
     [[nodiscard]] std::string name() const;
+    /// Of an element; empty when it is in none, and of all other kinds.
+    [[nodiscard]] std::string namespaceUri() const;
     /// For an element, document or fragment the text of all its descendants, trimmed of white space at both ends except
     /// within CDATA, comments and instructions left out; for other kinds their content as it stands.
     [[nodiscard]] std::string text() const;
     /// Replaces the content by this text; "" leaves no child. Error 5 on a document. What cannot be escaped (CDATA, comments,
     /// instructions) is kept as a parse would read it: line ends as LF.
     void setText(std::string_view text) const;
-    /// The untyped documents of the editor have texts as typed values: the same as `text`.
-    [[nodiscard]] std::string typedValue() const { return text(); }
-    void setTypedValue(std::string_view value) const { setText(value); }
     /// The string value of XPath: like `text` but not trimmed.
     [[nodiscard]] std::string stringValue() const;
     /// This node and all below it as XML text.
     [[nodiscard]] std::string xml() const;
+    [[nodiscard]] Position position() const;
 
     [[nodiscard]] bool hasChildNodes() const;
     [[nodiscard]] Node firstChild() const;
@@ -110,13 +141,18 @@ class Node {
     [[nodiscard]] Node nextSibling() const;
     [[nodiscard]] Node parentNode() const;  ///< none for a node that stands nowhere and for the document
     [[nodiscard]] std::vector<Node> childNodes() const;
-    /// The first child element of this name (no namespace), or none: what the XPath `name` selects, without its cost.
+    /// The first child element of this name (no namespace), or none.
     [[nodiscard]] Node child(std::string_view name) const;
+    /// All child elements of this name (no namespace).
+    [[nodiscard]] std::vector<Node> children(std::string_view name) const;
     /// The next sibling element with the name of this one, or none.
     [[nodiscard]] Node nextOfSameName() const;
+    /// The first element in document order on a path of child names (no namespace) such as "Macros/Macro", or none. "*" is any
+    /// name; a path that begins with "/" starts at the document. Fails with error 5 for what is no such path.
+    [[nodiscard]] Node selectSingleNode(std::string_view path) const;
 
     /// Puts `child` last, taking it out of where it stood. A fragment gives its children and is empty then. A node of
-    /// another document is refused (5). Returns `child`. Neighbouring text nodes may be joined into the first of them.
+    /// another document is refused (5). Returns `child`.
     [[nodiscard("may be ignored with (void)")]] Node appendChild(const Node& child) const;
     /// As `appendChild`, before `reference`; last when `reference` is none.
     [[nodiscard("may be ignored with (void)")]] Node insertBefore(const Node& child, const Node& reference) const;
@@ -129,23 +165,17 @@ class Node {
     void setAttribute(std::string_view name, std::string_view value) const;
     void removeAttribute(std::string_view name) const;
 
-    /// The first node in document order that the XPath expression selects, or none. No namespace prefixes are known;
-    /// an expression that cannot be evaluated fails with error 5.
-    [[nodiscard]] Node selectSingleNode(std::string_view xpath) const;
-    [[nodiscard]] std::vector<Node> selectNodes(std::string_view xpath) const;
-
     /// Leads the visitor through this node and all below it. Does not recurse: depth costs no stack.
     void accept(NodeVisitor& visitor) const;
 
-    // For the back ends.
-    struct Owner;
-    Node(std::shared_ptr<Owner> owner, void* raw) : owner_(std::move(owner)), raw_(raw) {}
-    [[nodiscard]] const std::shared_ptr<Owner>& owner() const noexcept { return owner_; }
-    [[nodiscard]] void* raw() const noexcept { return raw_; }
-
   private:
-    std::shared_ptr<Owner> owner_;
-    void* raw_ = nullptr;
+    friend class Document;
+    Node(TreePointer tree, NodeData* data) : tree_(std::move(tree)), data_(data) {}
+    [[nodiscard]] NodeData& required() const;
+    [[nodiscard]] Node sibling(NodeData* data) const { return data == nullptr ? Node() : Node(tree_, data); }
+
+    TreePointer tree_;
+    NodeData* data_ = nullptr;
 };
 
 /// A document object, empty when created. A handle: copies share the document, so that a change to its nodes shows in all of
@@ -166,8 +196,7 @@ class Document {
     [[nodiscard]] Node documentElement() const;
     [[nodiscard]] bool hasChildNodes() const { return node().hasChildNodes(); }
     [[nodiscard]] std::string xml() const { return node().xml(); }
-    [[nodiscard]] Node selectSingleNode(std::string_view xpath) const { return node().selectSingleNode(xpath); }
-    [[nodiscard]] std::vector<Node> selectNodes(std::string_view xpath) const { return node().selectNodes(xpath); }
+    [[nodiscard]] Node selectSingleNode(std::string_view path) const { return node().selectSingleNode(path); }
 
     [[nodiscard]] Node createElement(std::string_view name) const;  ///< no namespace
     /// An element with a default-namespace declaration of its own when `namespaceUri` is not empty; put under a parent with
@@ -178,11 +207,10 @@ class Document {
     [[nodiscard]] Node createDocumentFragment() const;
 
     /// Whether both handles share one document: neither was loaded since one was copied from the other.
-    [[nodiscard]] bool sameAs(const Document& other) const noexcept { return content_ == other.content_; }
+    [[nodiscard]] bool sameAs(const Document& other) const noexcept { return tree_ == other.tree_; }
 
   private:
-    struct Content;
-    std::shared_ptr<Content> content_;
+    TreePointer tree_;
 };
 
 }  // namespace vrn::xml

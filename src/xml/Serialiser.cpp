@@ -151,11 +151,6 @@ std::vector<Span> spansOfReturns(std::string_view text) {
 }  // namespace
 
 std::string serialise(const Node& node) {
-    if (node.kind() == NodeKind::Attribute) {
-        std::string out;
-        appendAttribute(out, node.name(), node.text());
-        return out;
-    }
     Writer writer;
     node.accept(writer);
     return writer.take();

@@ -1,106 +1,173 @@
 #include "xml/Tree.h"
 
 #include <algorithm>
-#include <map>
-#include <utility>
+#include <cstring>
 
 namespace vrn::xml {
 
-namespace {
-
-constexpr std::string_view whiteSpace = " \t\r\n";
-
-class TreeBuilder final : public NodeVisitor {
-  public:
-    explicit TreeBuilder(Tree& root) : open_{&root} {}
-
-    bool startElement(const ElementView& element) override {
-        auto& tree = add(NodeKind::Element, element.qualifiedName);
-        tree.namespaceUri = element.namespaceUri;
-        for (const auto& attribute : element.attributes) {
-            tree.attributes.push_back({std::string(attribute.qualifiedName), std::string(attribute.namespaceUri),
-                                       std::string(attribute.value)});
+void* Arena::allocate(std::size_t size, std::size_t alignment) {
+    constexpr std::size_t largestBlock = 64UL << 10U;
+    auto padding = (alignment - reinterpret_cast<std::uintptr_t>(free_) % alignment) % alignment;
+    if (left_ < size + padding) {
+        const std::size_t block = std::max(nextBlock_, size);
+        blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(block));
+        if (block > nextBlock_) {  // one large piece leaves the current block to the small ones
+            return blocks_.back().get();
         }
-        std::sort(tree.attributes.begin(), tree.attributes.end(),
-                  [](const TreeAttribute& a, const TreeAttribute& b) { return a.name < b.name; });
-        open_.push_back(&tree);
-        return true;
+        free_ = blocks_.back().get();
+        left_ = block;
+        nextBlock_ = std::min(2 * nextBlock_, largestBlock);
+        padding = 0;
     }
-    void endElement(const ElementView& /*element*/) override {
-        number(*open_.back());
-        open_.pop_back();
-    }
-    void text(std::string_view content) override {
-        auto& children = open_.back()->children;
-        if (children.empty() || children.back().kind != NodeKind::Text) {
-            add(NodeKind::Text, {});
-        }
-        children.back().content += content;
-    }
-    void cdata(std::string_view content) override { text(content); }
-    void comment(std::string_view content) override { add(NodeKind::Comment, {}).content = content; }
-    void processingInstruction(std::string_view target, std::string_view data) override {
-        if (target != "xml") {
-            add(NodeKind::ProcessingInstruction, target).content = data;
-        }
-    }
-
-    // Tells the children where they stand.
-    static void number(Tree& tree) {
-        std::map<std::pair<NodeKind, std::string>, std::size_t> counts;
-        std::size_t place = 0;
-        for (auto& child : tree.children) {
-            child.place = ++place;
-            child.position = ++counts[{child.kind, child.name}];
-        }
-        for (auto& child : tree.children) {
-            child.isOnly = counts[{child.kind, child.name}] == 1;
-        }
-    }
-
-  private:
-    Tree& add(NodeKind kind, std::string_view name) {
-        auto& tree = open_.back()->children.emplace_back();
-        tree.kind = kind;
-        tree.name = name;
-        return tree;
-    }
-
-    std::vector<Tree*> open_;  // only the last one's children grow, so the others stay where they are
-};
-
-}  // namespace
-
-Tree* Tree::child(std::string_view wanted) {
-    const auto found = std::find_if(children.begin(), children.end(), [wanted](const Tree& tree) {
-        return tree.kind == NodeKind::Element && tree.namespaceUri.empty() && tree.name == wanted;
-    });
-    return found == children.end() ? nullptr : &*found;
+    std::byte* const place = free_ + padding;
+    free_ = place + size;
+    left_ -= size + padding;
+    return place;
 }
 
-bool Tree::isPlainLeaf() const {
-    if (kind != NodeKind::Element || !namespaceUri.empty() || !attributes.empty() || children.size() > 1) {
-        return false;
+std::string_view Arena::copy(std::string_view text) {
+    if (text.empty()) {
+        return {};
     }
-    if (children.empty()) {
-        return true;
-    }
-    const auto& text = children.front();
-    const auto isWhite = [](char c) { return whiteSpace.find(c) != std::string_view::npos; };
-    return text.kind == NodeKind::Text && !text.content.empty() && !isWhite(text.content.front()) &&
-           !isWhite(text.content.back());
+    auto* const place = static_cast<char*>(allocate(text.size(), 1));
+    std::memcpy(place, text.data(), text.size());
+    return {place, text.size()};
 }
 
-std::string_view Tree::leafText() const {
-    return children.empty() ? std::string_view() : std::string_view(children.front().content);
+Branch* Tree::newBranch(NodeKind kind, const Name* name) {
+    auto* const node = new (arena_.allocate(sizeof(Branch), alignof(Branch))) Branch();
+    node->kind = kind;
+    node->name = name;
+    return node;
 }
 
-Tree treeOf(const Document& document) {
-    Tree tree;
-    TreeBuilder builder(tree);
-    document.node().accept(builder);
-    TreeBuilder::number(tree);
-    return tree;
+Leaf* Tree::newLeaf(NodeKind kind, std::string_view text, const Name* name) {
+    auto* const node = new (arena_.allocate(sizeof(Leaf), alignof(Leaf))) Leaf();
+    node->kind = kind;
+    node->text = text;
+    node->name = name;
+    return node;
+}
+
+const Name* Tree::name(std::string_view prefix, std::string_view local, std::string_view uri) {
+    if (uri.empty() && prefix.empty()) {
+        return name(local, {}, local, {});
+    }
+    // No name holds these control characters.
+    std::string key(uri);
+    key.append(1, '\1').append(prefix).append(1, '\1').append(local);
+    return name(key, prefix, local, uri);
+}
+
+const Name* Tree::name(std::string_view key, std::string_view prefix, std::string_view local, std::string_view uri) {
+    if (const auto known = names_.find(key); known != names_.end()) {
+        return known->second;
+    }
+    auto* const made = new (arena_.allocate(sizeof(Name), alignof(Name))) Name();
+    if (prefix.empty()) {
+        made->qualified = made->local = keep(local);
+    } else {
+        made->qualified = keep(std::string(prefix).append(1, ':').append(local));
+        made->prefix = made->qualified.substr(0, prefix.size());
+        made->local = made->qualified.substr(prefix.size() + 1);
+    }
+    made->uri = keep(uri);
+    names_.emplace(key.data() == local.data() ? made->local : keep(key), made);
+    return made;
+}
+
+Attribute* Tree::findAttribute(const Branch& element, std::string_view qualified) noexcept {
+    Attribute* attribute = element.attributes;
+    while (attribute != nullptr && (attribute->name->qualified != qualified || attribute->name->isDeclaration())) {
+        attribute = attribute->next;
+    }
+    return attribute;
+}
+
+Attribute* Tree::addAttribute(Branch& element, Attribute* last, const Name* name, std::string_view keptValue) {
+    auto* const added = new (arena_.allocate(sizeof(Attribute), alignof(Attribute))) Attribute();
+    added->name = name;
+    added->value = keptValue;
+    (last == nullptr ? element.attributes : last->next) = added;
+    return added;
+}
+
+void Tree::link(NodeData& node, Branch& parent, NodeData* reference) noexcept {
+    NodeData* const before = reference != nullptr ? reference->previous : parent.last;
+    node.parent = &parent;
+    node.previous = before;
+    node.next = reference;
+    (before != nullptr ? before->next : parent.first) = &node;
+    (reference != nullptr ? reference->previous : parent.last) = &node;
+}
+
+void Tree::unlink(NodeData& node) noexcept {
+    if (node.parent != nullptr) {
+        (node.previous != nullptr ? node.previous->next : node.parent->first) = node.next;
+        (node.next != nullptr ? node.next->previous : node.parent->last) = node.previous;
+    }
+    node.parent = nullptr;
+    node.previous = node.next = nullptr;
+}
+
+void Tree::copyAttributes(const Branch& from, Branch& to, std::unordered_map<const Name*, const Name*>& names) {
+    Attribute* last = nullptr;
+    for (const Attribute* attribute = from.attributes; attribute != nullptr; attribute = attribute->next) {
+        const Name*& known = names[attribute->name];
+        if (known == nullptr) {
+            known = name(attribute->name->prefix, attribute->name->local, attribute->name->uri);
+        }
+        last = addAttribute(to, last, known, keep(attribute->value));
+    }
+}
+
+void Tree::copyFrom(const Tree& other) {
+    std::unordered_map<const Name*, const Name*> names;
+    const auto copied = [&](const Name* original) {
+        if (original == nullptr) {
+            return original;
+        }
+        const Name*& known = names[original];
+        if (known == nullptr) {
+            known = name(original->prefix, original->local, original->uri);
+        }
+        return known;
+    };
+    source = other.source;
+    // A view on the other's source becomes one on this tree's: most texts need no copy of their own.
+    const auto kept = [&](std::string_view text) {
+        const bool isInSource = std::less_equal<>()(other.source.data(), text.data()) &&
+                                std::less<>()(text.data(), other.source.data() + other.source.size());
+        return isInSource ? std::string_view(source).substr(static_cast<std::size_t>(text.data() - other.source.data()),
+                                                            text.size())
+                          : keep(text);
+    };
+    Branch* parent = &document;
+    const NodeData* node = other.document.first;
+    while (node != nullptr) {
+        NodeData* copy = nullptr;
+        const Branch* const element = asElement(node);
+        if (element != nullptr) {
+            Branch* const made = newBranch(NodeKind::Element, copied(element->name));
+            copyAttributes(*element, *made, names);
+            copy = made;
+        } else {
+            const auto& leaf = static_cast<const Leaf&>(*node);
+            copy = newLeaf(leaf.kind, kept(leaf.text), copied(leaf.name));
+        }
+        copy->offset = node->offset;
+        link(*copy, *parent, nullptr);
+        if (element != nullptr && element->first != nullptr) {
+            parent = static_cast<Branch*>(copy);
+            node = element->first;
+            continue;
+        }
+        while (node != nullptr && node->next == nullptr) {
+            node = node->parent == &other.document ? nullptr : node->parent;
+            parent = parent->parent;
+        }
+        node = node == nullptr ? nullptr : node->next;
+    }
 }
 
 }  // namespace vrn::xml

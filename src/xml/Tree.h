@@ -1,53 +1,143 @@
-// A document as plain values, for whoever compares documents: what is left when the known is taken out can be told in full.
+// The tree behind the handles of Dom.h: nodes in an arena that goes with the document, names kept once each.
+//
+// Texts are views: on the text that was parsed, of which the tree keeps a copy, or on the arena. Nothing in the arena is freed
+// before the tree is; what was taken out of the document or replaced stays where it is, so that a handle on it stays good.
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <cstdint>
+#include <memory>
+#include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "xml/Dom.h"
+#include "xml/Place.h"
 
 namespace vrn::xml {
 
-struct TreeAttribute {
-    std::string name;  ///< qualified; declarations of namespaces are attributes here
-    std::string namespaceUri;
-    std::string value;
+/// A name with its namespace, once per tree.
+struct Name {
+    std::string_view qualified;
+    std::string_view prefix;
+    std::string_view local;
+    std::string_view uri;
+
+    [[nodiscard]] bool isDeclaration() const noexcept { return uri == xmlnsNamespace; }
+    [[nodiscard]] bool isPlain(std::string_view name) const noexcept { return uri.empty() && local == name; }
 };
 
-/// A node with all below it. Text and CDATA are one; the XML declaration is none.
-struct Tree {
-    NodeKind kind = NodeKind::Document;
-    std::string name;  ///< qualified name of an element, target of an instruction
-    std::string namespaceUri;
-    std::string content;  ///< of a text, comment or instruction
-    std::vector<TreeAttribute> attributes;
-    std::vector<Tree> children;
-    std::size_t position = 1;  ///< among its parent's children of this kind and name, from 1
-    std::size_t place = 1;     ///< among all of its parent's children, from 1
-    bool isOnly = true;        ///< whether there is no other of this kind and name
-
-    /// The child element of this name (no namespace) that stands first, or null.
-    [[nodiscard]] Tree* child(std::string_view wanted);
-    /// Whether it is an element without namespace and attributes that holds nothing, or text without white space at its ends.
-    [[nodiscard]] bool isPlainLeaf() const;
-    /// The text of an element that holds nothing else.
-    [[nodiscard]] std::string_view leafText() const;
-};
-[[nodiscard]] Tree treeOf(const Document& document);
-
-/// Something in which two trees differ.
-struct TreeDifference {
-    std::string
-        path;  ///< from the root element: "@Date", "ATOMLINE/ATOM[2]", "Note"; "(place)" after it when only that differs
-    std::optional<std::string> before;  ///< text of a leaf, XML of more; nothing when it is not there
-    std::optional<std::string> after;
+/// An attribute or a namespace declaration of an element, in a list with the declarations first.
+struct Attribute {
+    const Name* name = nullptr;
+    std::string_view value;
+    Attribute* next = nullptr;
 };
 
-/// All that differs between two documents; below each element first what became something else, then what is gone, new or elsewhere.
-/// Takes time linear to documents that are nearly alike.
-[[nodiscard]] std::vector<TreeDifference> treeDifferences(const Tree& before, const Tree& after);
+struct Branch;
+
+/// What all nodes have. Elements, documents and fragments are branches, all others leaves.
+struct NodeData {
+    NodeKind kind = NodeKind::Text;
+    std::uint32_t offset = noOffset;  ///< of its first byte in the text that was parsed
+    Branch* parent = nullptr;
+    NodeData* previous = nullptr;
+    NodeData* next = nullptr;
+
+    static constexpr std::uint32_t noOffset = 0xFFFFFFFF;
+};
+
+struct Branch : NodeData {
+    const Name* name = nullptr;  ///< of an element
+    Attribute* attributes = nullptr;
+    NodeData* first = nullptr;
+    NodeData* last = nullptr;
+};
+
+struct Leaf : NodeData {
+    const Name* name = nullptr;  ///< the target of an instruction
+    std::string_view text;
+};
+
+[[nodiscard]] inline bool isBranch(const NodeData& node) noexcept {
+    return node.kind == NodeKind::Element || node.kind == NodeKind::Document || node.kind == NodeKind::Fragment;
+}
+[[nodiscard]] inline Branch* asBranch(NodeData* node) noexcept {
+    return node != nullptr && isBranch(*node) ? static_cast<Branch*>(node) : nullptr;
+}
+[[nodiscard]] inline const Branch* asBranch(const NodeData* node) noexcept {
+    return asBranch(const_cast<NodeData*>(node));
+}
+[[nodiscard]] inline NodeData* firstChildOf(const NodeData* node) noexcept {
+    const Branch* const branch = asBranch(node);
+    return branch == nullptr ? nullptr : branch->first;
+}
+[[nodiscard]] inline const Branch* asElement(const NodeData* node) noexcept {
+    return node->kind == NodeKind::Element ? static_cast<const Branch*>(node) : nullptr;
+}
+[[nodiscard]] inline bool isXmlDeclaration(const NodeData* node) noexcept {
+    return node->kind == NodeKind::ProcessingInstruction && static_cast<const Leaf*>(node)->name->qualified == "xml";
+}
+
+/// Memory that is handed out piece by piece and goes back all at once.
+class Arena {
+  public:
+    [[nodiscard]] void* allocate(std::size_t size, std::size_t alignment);
+    [[nodiscard]] std::string_view copy(std::string_view text);
+
+  private:
+    std::vector<std::unique_ptr<std::byte[]>> blocks_;
+    std::byte* free_ = nullptr;
+    std::size_t left_ = 0;
+    std::size_t nextBlock_ = 512;
+};
+
+class Tree {
+  public:
+    Tree() noexcept { document.kind = NodeKind::Document; }
+    Tree(const Tree&) = delete;
+    Tree& operator=(const Tree&) = delete;
+
+    Branch document;
+    std::string source;  ///< the text that was parsed; never changed while a node is there
+    ParseError error;
+    PlaceCounter places;
+
+    [[nodiscard]] Branch* newBranch(NodeKind kind, const Name* name);
+    [[nodiscard]] Leaf* newLeaf(NodeKind kind, std::string_view text, const Name* name = nullptr);
+    [[nodiscard]] std::string_view keep(std::string_view text) { return arena_.copy(text); }
+
+    /// The name in no namespace.
+    [[nodiscard]] const Name* plainName(std::string_view name) { return this->name(name, {}, name, {}); }
+    /// The name with prefix (may be empty), local part and namespace.
+    [[nodiscard]] const Name* name(std::string_view prefix, std::string_view local, std::string_view uri);
+    [[nodiscard]] std::size_t nameCount() const noexcept { return names_.size(); }
+
+    /// The attribute of an element by qualified name, declarations left out; null when there is none.
+    [[nodiscard]] static Attribute* findAttribute(const Branch& element, std::string_view qualified) noexcept;
+    /// Adds an attribute behind all others, or a declaration as the only one so far.
+    Attribute* addAttribute(Branch& element, Attribute* last, const Name* name, std::string_view keptValue);
+
+    /// Puts a node that stands nowhere under `parent`, before `reference` or last.
+    static void link(NodeData& node, Branch& parent, NodeData* reference) noexcept;
+    static void unlink(NodeData& node) noexcept;
+    /// A copy of all below `source` under this tree's document.
+    void copyFrom(const Tree& source);
+
+  private:
+    friend class TreePointer;
+
+    [[nodiscard]] const Name* name(std::string_view key, std::string_view prefix, std::string_view local,
+                                   std::string_view uri);
+    void copyAttributes(const Branch& from, Branch& to, std::unordered_map<const Name*, const Name*>& names);
+
+    Arena arena_;
+    std::unordered_map<std::string_view, const Name*> names_;  ///< by qualified name, and namespace where there is one
+    std::size_t references_ = 0;
+};
 
 }  // namespace vrn::xml

@@ -3,14 +3,14 @@
 #include <utility>
 
 #include "text/Alignment.h"
+#include "xml/ComparedTree.h"
 #include "xml/Serialiser.h"
-#include "xml/Tree.h"
 
 namespace vrn::xml {
 
 namespace {
 
-void appendXml(std::string& out, const Tree& tree) {
+void appendXml(std::string& out, const ComparedTree& tree) {
     switch (tree.kind) {
         case NodeKind::Text:
             appendEscapedText(out, tree.content);
@@ -39,12 +39,12 @@ void appendXml(std::string& out, const Tree& tree) {
     }
 }
 
-bool isLeaf(const Tree& tree) {
+bool isLeaf(const ComparedTree& tree) {
     return tree.children.empty() || (tree.children.size() == 1 && tree.children.front().kind == NodeKind::Text);
 }
 
 // What stands for a node of which the other document has nothing.
-std::string valueOf(const Tree& tree) {
+std::string valueOf(const ComparedTree& tree) {
     if (tree.kind != NodeKind::Element) {
         return tree.content;
     }
@@ -56,7 +56,7 @@ std::string valueOf(const Tree& tree) {
     return xml;
 }
 
-std::string stepOf(const Tree& tree) {
+std::string stepOf(const ComparedTree& tree) {
     switch (tree.kind) {
         case NodeKind::Text:
             return "text()";
@@ -71,7 +71,7 @@ std::string stepOf(const Tree& tree) {
 
 class Comparison {
   public:
-    std::vector<TreeDifference> compare(const Tree& before, const Tree& after) {
+    std::vector<TreeDifference> compare(const ComparedTree& before, const ComparedTree& after) {
         number(before);
         number(after);
         compareChildren(before, after, "");
@@ -80,7 +80,7 @@ class Comparison {
 
   private:
     // Equal trees get equal numbers.
-    std::size_t number(const Tree& tree) {
+    std::size_t number(const ComparedTree& tree) {
         auto key = std::to_string(static_cast<int>(tree.kind));
         const auto add = [&key](std::string_view part) {
             key += std::to_string(part.size()) + ":";
@@ -105,7 +105,7 @@ class Comparison {
         differences_.push_back({std::move(path), std::move(before), std::move(after)});
     }
 
-    std::vector<text::Alignable> alignables(const Tree& tree) {
+    std::vector<text::Alignable> alignables(const ComparedTree& tree) {
         std::vector<text::Alignable> items;
         items.reserve(tree.children.size());
         for (const auto& child : tree.children) {
@@ -115,11 +115,11 @@ class Comparison {
         return items;
     }
 
-    void compareChildren(const Tree& before, const Tree& after, const std::string& parent) {
+    void compareChildren(const ComparedTree& before, const ComparedTree& after, const std::string& parent) {
         auto pairs = text::alignment(alignables(before), alignables(after));
         pairs.emplace_back(before.children.size(), after.children.size());
-        std::vector<const Tree*> gone;
-        std::vector<const Tree*> added;
+        std::vector<const ComparedTree*> gone;
+        std::vector<const ComparedTree*> added;
         std::size_t i = 0;
         std::size_t j = 0;
         for (const auto& [nextBefore, nextAfter] : pairs) {
@@ -137,13 +137,13 @@ class Comparison {
     }
 
     // Nodes that are in one document alone, or stand elsewhere in the other.
-    void addUnpaired(const std::vector<const Tree*>& gone, const std::vector<const Tree*>& added,
+    void addUnpaired(const std::vector<const ComparedTree*>& gone, const std::vector<const ComparedTree*>& added,
                      const std::string& parent) {
-        std::unordered_multimap<std::size_t, const Tree*> moved;
+        std::unordered_multimap<std::size_t, const ComparedTree*> moved;
         for (const auto* const tree : added) {
             moved.emplace(numbers_.at(tree), tree);
         }
-        std::unordered_map<const Tree*, const Tree*> origins;
+        std::unordered_map<const ComparedTree*, const ComparedTree*> origins;
         for (const auto* const tree : gone) {
             if (const auto found = moved.find(numbers_.at(tree)); found != moved.end()) {
                 origins.emplace(found->second, tree);
@@ -152,7 +152,7 @@ class Comparison {
                 add(parent + stepOf(*tree), valueOf(*tree), std::nullopt);
             }
         }
-        const auto place = [](const Tree& tree) { return "child " + std::to_string(tree.place); };
+        const auto place = [](const ComparedTree& tree) { return "child " + std::to_string(tree.place); };
         for (const auto* const tree : added) {
             if (const auto origin = origins.find(tree); origin != origins.end()) {
                 add(parent + stepOf(*tree) + " (place)", place(*origin->second), place(*tree));
@@ -163,7 +163,7 @@ class Comparison {
     }
 
     // Two nodes of one kind and name.
-    void compareNodes(const Tree& before, const Tree& after, const std::string& parent) {
+    void compareNodes(const ComparedTree& before, const ComparedTree& after, const std::string& parent) {
         if (numbers_.at(&before) == numbers_.at(&after)) {
             return;
         }
@@ -187,8 +187,8 @@ class Comparison {
         inRoot_ = wasInRoot;
     }
 
-    void compareAttributes(const Tree& before, const Tree& after, const std::string& prefix) {
-        const auto find = [](const Tree& tree, const TreeAttribute& wanted) {
+    void compareAttributes(const ComparedTree& before, const ComparedTree& after, const std::string& prefix) {
+        const auto find = [](const ComparedTree& tree, const TreeAttribute& wanted) {
             const auto found = std::find_if(tree.attributes.begin(), tree.attributes.end(), [&](const auto& attribute) {
                 return attribute.name == wanted.name && attribute.namespaceUri == wanted.namespaceUri;
             });
@@ -211,14 +211,14 @@ class Comparison {
 
     text::Numbering values_;
     text::Numbering kinds_;
-    std::unordered_map<const Tree*, std::size_t> numbers_;
+    std::unordered_map<const ComparedTree*, std::size_t> numbers_;
     bool inRoot_ = false;
     std::vector<TreeDifference> differences_;
 };
 
 }  // namespace
 
-std::vector<TreeDifference> treeDifferences(const Tree& before, const Tree& after) {
+std::vector<TreeDifference> treeDifferences(const ComparedTree& before, const ComparedTree& after) {
     return Comparison().compare(before, after);
 }
 

@@ -68,7 +68,7 @@ TEST_F(AuditTrailTest, EverythingChanged) {
                     R"-(<Parameter name="Volume(UL)" value="6"/><Parameter name="Station" value="W1"/>)-"
                     R"(<Parameter name="Hold Time" value="0"/></MethodParameters>)"));
     ASSERT_TRUE(state().domNewMethod);
-    EXPECT_EQ(state().domNewMethod->selectSingleNode("//MacroValues").text(), "WASH(6,W1,0)");
+    EXPECT_EQ(state().domNewMethod->selectSingleNode("Method/Macros/MacroVariable/MacroValues").text(), "WASH(6,W1,0)");
     EXPECT_THAT(errors, IsEmpty());
 }
 

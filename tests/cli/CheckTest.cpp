@@ -56,9 +56,9 @@ TEST_F(CheckTest, ValuesStepsAndSyringe) {
 
 TEST_F(CheckTest, SignatureVersionAndCycles) {
     writeMethod("m.xml", {"WASH(5,W1,0)", "COUNT(3)"});
-    write("changed.xml", xml::encodeXmlFile(text::replacedAll(text("m.xml"), "COUNT(3)", "COUNT(4)")));
+    write("changed.xml", text::encodeXmlFile(text::replacedAll(text("m.xml"), "COUNT(3)", "COUNT(4)")));
     EXPECT_THAT(codes("changed.xml"), ElementsAre("signature-invalid"));
-    write("unsigned.xml", xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
+    write("unsigned.xml", text::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
     EXPECT_THAT(codes("unsigned.xml"), ElementsAre("signature-missing"));
     write("old.xml", "<Method/>");
     EXPECT_THAT(codes("old.xml"), ElementsAre("signature-missing", "version-old", "syringe-unknown", "sequence-empty"));
@@ -92,7 +92,7 @@ TEST_F(CheckTest, FindingsTellLineAndColumn) {
     EXPECT_THAT(positions("<?xml version='1.0'?>\n" + method),
                 ElementsAre("2:1 signature-missing", "2:1 version-old", "4:11 syringe-unknown", "7:1 step-malformed",
                             "7:41 cycle-unknown", "9:20 cycle-outdated"));
-    EXPECT_THAT(positions(xml::encodeXmlFile("<?xml version='1.0' encoding='UTF-16'?>" + method)),
+    EXPECT_THAT(positions(text::encodeXmlFile("<?xml version='1.0' encoding='UTF-16'?>" + method)),
                 ElementsAre("1:40 signature-missing", "1:40 version-old", "3:11 syringe-unknown", "6:1 step-malformed",
                             "6:41 cycle-unknown", "8:20 cycle-outdated"));
 }
@@ -234,8 +234,8 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
     EXPECT_EQ(run("diff @old.xml @old.xml"), 0);
     EXPECT_THAT(out, IsEmpty());
     writeSet("2021", {"Station;WASH_STATION", "Volume(UL);5;1;100", "Speed;1;1;9"});
-    write("new.xml", xml::encodeXmlFile(signedMethod({"COUNT(3)", "WASH(W2,5,7)", "COUNT(5)", "NOTE(y)"}, "100uL",
-                                                     {"First", "More"})));
+    write("new.xml", text::encodeXmlFile(signedMethod({"COUNT(3)", "WASH(W2,5,7)", "COUNT(5)", "NOTE(y)"}, "100uL",
+                                                      {"First", "More"})));
     EXPECT_EQ(run("diff @old.xml @new.xml"), 1);
     EXPECT_EQ(out,
               "                        old.xml                             new.xml\n"

@@ -144,7 +144,7 @@ TEST_F(FilesTest, ABackupDestroysNothing) {
     fs::copy_file(path("methods/m.xml"), path("macros"));
     const auto other = read("methods/m.xml.xml");
     const auto sign = "sign --force @methods/m.xml @methods/m.xml.xml --backup .xml";
-    write("methods/m.xml", xml::encodeXmlFile(text::replacedAll(text("methods/m.xml"), "COUNT(3)", "COUNT(4)")));
+    write("methods/m.xml", text::encodeXmlFile(text::replacedAll(text("methods/m.xml"), "COUNT(3)", "COUNT(4)")));
     EXPECT_EQ(run(sign), 2);
     EXPECT_EQ(
         err,
@@ -171,7 +171,7 @@ TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
     const auto body = method.substr(method.find("?>") + 2);
     const auto unsignedBody = text::replacedAll(body, "DigestValue>", "Removed>");
     const auto sign = [&](const std::string& declaration) {
-        write("m.xml", xml::encodeXmlFile(declaration + unsignedBody));
+        write("m.xml", text::encodeXmlFile(declaration + unsignedBody));
         EXPECT_EQ(run("sign --force @m.xml"), 0) << err;
         EXPECT_EQ(run("verify @m.xml"), 0) << out << err;
         return read("m.xml");
@@ -182,7 +182,7 @@ TEST_F(FilesTest, TheDeclaredEncodingIsKept) {
                 StartsWith("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\"?><Method "));
     EXPECT_THAT(read("m.xml"), HasSubstr("NOTE(\xE9)"));
     EXPECT_THAT(sign("<?xml version=\"1.0\" encoding=\"UTF-16\"?>"), StartsWith(std::string("\xFF\xFE<\0?\0", 6)));
-    auto bigEndian = xml::encodeXmlFile("<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + unsignedBody);
+    auto bigEndian = text::encodeXmlFile("<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + unsignedBody);
     for (std::size_t i = 0; i < bigEndian.size(); i += 2) {
         std::swap(bigEndian[i], bigEndian[i + 1]);
     }

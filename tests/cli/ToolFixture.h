@@ -14,7 +14,7 @@
 #include "method/MethodContent.h"
 #include "support/Documents.h"
 #include "text/Lists.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::test {
 
@@ -61,7 +61,7 @@ class ToolFixture : public ::testing::Test {
     }
     void writeMethod(const std::string& name, const std::vector<std::string>& steps,
                      const std::string& syringe = "10uL") {
-        write(name, xml::encodeXmlFile(signedMethod(steps, syringe)));
+        write(name, text::encodeXmlFile(signedMethod(steps, syringe)));
     }
 
     fs::path path(const std::string& name) const { return folder / name; }
@@ -73,9 +73,9 @@ class ToolFixture : public ::testing::Test {
         return {std::istreambuf_iterator<char>(file), {}};
     }
     /// The text of an XML file, whatever its encoding.
-    std::string text(const std::string& name) const { return xml::decodeXmlFile(read(name)); }
+    std::string text(const std::string& name) const { return text::decodeXmlFile(read(name)); }
     /// The file of an XML text, in the encoding that it declares.
-    void writeText(const std::string& name, std::string_view text) const { write(name, xml::encodeXmlFile(text)); }
+    void writeText(const std::string& name, std::string_view text) const { write(name, text::encodeXmlFile(text)); }
     /// The steps of a method file.
     std::vector<std::string> steps(const std::string& name) const { return method::stepTexts(parsed(text(name))); }
 

@@ -14,7 +14,7 @@ using ::testing::StartsWith;
 class WriteTest : public ToolFixture {
   protected:
     void changeText(const std::string& name, const std::string& from, const std::string& to) {
-        write(name, xml::encodeXmlFile(text::replacedAll(text(name), from, to)));
+        write(name, text::encodeXmlFile(text::replacedAll(text(name), from, to)));
     }
     int edit(const std::string& script, const std::string& options = {}) {
         return run("edit @m.xml --script - @set" + (options.empty() ? "" : " " + options), script);
@@ -27,7 +27,7 @@ TEST_F(WriteTest, SignTakesWhatCheckLetsPass) {
     EXPECT_EQ(run("sign @set @m.xml"), 0);
     EXPECT_EQ(out, "m.xml: is signed already\n");
     EXPECT_EQ(read("m.xml"), intact);
-    write("m.xml", xml::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
+    write("m.xml", text::encodeXmlFile(text("m.xml").substr(0, text("m.xml").find("<Signature")) + "</Method>"));
     const auto before = read("m.xml");
     EXPECT_EQ(run("sign @set --dry-run @m.xml"), 0);
     EXPECT_EQ(out, "m.xml: would be signed\n");
@@ -62,9 +62,9 @@ TEST_F(WriteTest, ASignatureThatDoesNotMatchIsReplacedByForceAlone) {
 
 TEST_F(WriteTest, SignRefusesErrorsUnlessForced) {
     writeMethod("m.xml", {"COUNT(3)"});
-    write("m.xml", xml::encodeXmlFile(text::replacedAll(text("m.xml").substr(0, text("m.xml").find("<Signature")),
-                                                        "COUNT(3)", "COUNT(99)") +
-                                      "</Method>"));
+    write("m.xml", text::encodeXmlFile(text::replacedAll(text("m.xml").substr(0, text("m.xml").find("<Signature")),
+                                                         "COUNT(3)", "COUNT(99)") +
+                                       "</Method>"));
     const auto before = read("m.xml");
     EXPECT_EQ(run("sign @set @m.xml"), 1);
     EXPECT_THAT(err, HasSubstr("m.xml: not signed: check finds errors"));
@@ -143,7 +143,7 @@ TEST_F(WriteTest, StandardInputGoesToStandardOutput) {
     writeSet("2021");
     EXPECT_EQ(run("update @set -", method), 0);
     EXPECT_EQ(err, "(standard input): updated\n");
-    EXPECT_THAT(xml::decodeXmlFile(out), HasSubstr("LastModifiedTimestamp=\"2021\""));
+    EXPECT_THAT(text::decodeXmlFile(out), HasSubstr("LastModifiedTimestamp=\"2021\""));
     const auto updated = out;
     EXPECT_EQ(run("update @set -", updated), 0);
     EXPECT_EQ(out, updated) << "what is up to date passes through";
@@ -250,7 +250,7 @@ TEST_F(WriteTest, ReportsStayOutOfTheMethod) {
     changeText("m.xml", "COUNT(3)", "COUNT(4)");
     const auto changed = read("m.xml");
     EXPECT_EQ(run("sign --force - @other.xml nothing.xml --json", changed), 2);
-    EXPECT_EQ(method::stepTexts(parsed(xml::decodeXmlFile(out))), std::vector<std::string>{"COUNT(4)"});
+    EXPECT_EQ(method::stepTexts(parsed(text::decodeXmlFile(out))), std::vector<std::string>{"COUNT(4)"});
     EXPECT_THAT(err, HasSubstr(R"({"file":"other.xml","status":"unchanged"})"));
     EXPECT_THAT(err, HasSubstr(R"({"file":"nothing.xml","error":)"));
     EXPECT_EQ(run("convert @set - --json", "<Method>"), 2);

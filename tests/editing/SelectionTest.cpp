@@ -120,7 +120,7 @@ TEST_F(SelectionTest, AnotherSyringeKeepsTheValues) {
     state().cboSyringe.userSelect(0);
     EXPECT_TRUE(state().booUnsavedEdits);
     EXPECT_THAT(gridValues(), ElementsAre("4"));
-    EXPECT_THAT(builtTexts("//MacroValues|//SyringeSize"), ElementsAre("10uL", "FILL(4)"));
+    EXPECT_THAT(builtTexts("MacroValues"), ElementsAre("FILL(4)"));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "method/SmallSet.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::test {
 namespace {
@@ -170,8 +170,8 @@ TEST_F(ScriptHostTest, AFileThatIsNoDocument) {
     std::ofstream(path) << "<?xml version='1.0' encoding='UTF-16'?><Macros/>";
     EXPECT_EQ(answerFor(), "cannot read file '" + path.string() +
                                "': The XML text declares the encoding \"UTF-16\" but is written in single bytes.");
-    std::filesystem::resize_file(path, xml::largestFile + 1);
-    EXPECT_EQ(answerFor(), "file '" + path.string() + "' " + std::string(xml::tooLarge));
+    std::filesystem::resize_file(path, text::largestFile + 1);
+    EXPECT_EQ(answerFor(), "file '" + path.string() + "' " + std::string(text::tooLarge));
     std::filesystem::remove(path);
 }
 

@@ -62,15 +62,20 @@ class SmallSetTest : public EditorFixture {
         const auto method = editor().GetMethodXml();
         return method ? method->xml() : "none";
     }
-    /// The built method's texts at a path.
-    [[nodiscard]] std::vector<std::string> builtTexts(const std::string& path) {
+    /// The texts of the built method's elements of this name.
+    [[nodiscard]] std::vector<std::string> builtTexts(const std::string& name) {
         std::vector<std::string> texts;
         if (const auto method = editor().GetMethodXml()) {
-            for (const auto& node : method->selectNodes(path)) {
+            for (const auto& node : elementsNamed(method->node(), name)) {
                 texts.push_back(node.text());
             }
         }
         return texts;
+    }
+    /// An attribute of the built method's root; "none" without a method.
+    [[nodiscard]] std::string builtAttribute(const std::string& name) {
+        const auto method = editor().GetMethodXml();
+        return method ? method->documentElement().attribute(name).value_or("") : "none";
     }
 };
 

@@ -66,8 +66,7 @@ class TimingTest : public SmallSetTest {
     std::string identifier(const std::vector<std::string>& steps, const std::string& syringe = "10uL",
                            const std::string& description = "d") {
         load(smallSet(steps, syringe, {description}));
-        const auto found = builtTexts("/Method/@TimingInformationID");
-        return found.empty() ? "none" : found[0];
+        return builtAttribute("TimingInformationID");
     }
 };
 
@@ -91,7 +90,7 @@ TEST_F(TimingTest, EveryPlaceOfTheWaitAndEveryValue) {
             const auto identifierOf = [&](std::vector<std::string> values) {
                 load({catalogue(macro("M", {"P0", "P1", "P2"}, {wait, "GO(P0,P1)"})),
                       objectList(object("SYRINGE", "10uL")), methodText({"M(" + text::join(values, ",") + ")"}), ""});
-                return builtTexts("/Method/@TimingInformationID").at(0);
+                return builtAttribute("TimingInformationID");
             };
             const auto reference = identifierOf({"a", "b", "c"});
             for (int changed = 0; changed < 3; ++changed) {

@@ -5,9 +5,8 @@
 
 namespace vrn::test {
 
-/// A reply without what the XML parser of a system tells in words of its own, and without line numbers. Replies of two systems
-/// are the same when these are.
-[[nodiscard]] nlohmann::json withoutParsersOwn(nlohmann::json reply);
+/// A reply without the line numbers of its events, which are those of a host's own build.
+[[nodiscard]] nlohmann::json withoutLineNumbers(nlohmann::json reply);
 
 /// A snapshot without what no window and no member of the control shows.
 [[nodiscard]] nlohmann::json shownByWindows(nlohmann::json snapshot);

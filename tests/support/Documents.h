@@ -84,4 +84,27 @@ inline xml::Document parsed(std::string_view text) {
     return document;
 }
 
+/// All nodes below this one, in document order.
+inline std::vector<xml::Node> nodesBelow(const xml::Node& top) {
+    std::vector<xml::Node> found;
+    for (const auto& child : top.childNodes()) {
+        found.push_back(child);
+        const auto below = nodesBelow(child);
+        found.insert(found.end(), below.begin(), below.end());
+    }
+    return found;
+}
+
+/// The elements below a node that have this local name, whatever their namespace.
+inline std::vector<xml::Node> elementsNamed(const xml::Node& top, std::string_view localName) {
+    std::vector<xml::Node> found;
+    for (const auto& node : nodesBelow(top)) {
+        const auto name = node.name();
+        if (node.kind() == xml::NodeKind::Element && name.substr(name.find(':') + 1) == localName) {
+            found.push_back(node);
+        }
+    }
+    return found;
+}
+
 }  // namespace vrn::test

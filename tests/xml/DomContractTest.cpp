@@ -1,4 +1,4 @@
-// The contract of the XML port, for whatever back end is linked: documents, nodes and what may be done with them.
+// The contract of documents and nodes, and what may be done with them.
 #include <algorithm>
 
 #include "xml/Support.h"
@@ -219,7 +219,7 @@ TEST(DomNode, SetTextReplacesTheContent) {
     for (const Node& child : other.documentElement().childNodes()) {
         child.setText("new\r\ntext, longer than anything that is kept in place");
     }
-    other.selectSingleNode("a/@b").setText("\"");
+    other.documentElement().setAttribute("b", "\"");
     EXPECT_EQ(other.xml(),
               "<a b=\"&quot;\"><![CDATA[new\ntext, longer than anything that is kept in place]]>"
               "<!--new\ntext, longer than anything that is kept in place-->"
@@ -245,14 +245,33 @@ TEST(DomNode, KeepsAttributesInOrder) {
     EXPECT_EQ(document.xml(), "<a xmlns:p=\"u\" z=\"3\" p:z=\"2\" b=\"&#9;&#10;&#13;&lt;&gt;&amp;&quot;'\"/>");
     EXPECT_EQ(a.attribute("p:z"), "2");
     EXPECT_EQ(a.attribute("c"), std::nullopt);
-    const Node z = a.selectSingleNode("@z");
     a.removeAttribute("z");
     a.removeAttribute("no");
-    EXPECT_EQ(z.text(), "3");
     EXPECT_EQ(document.xml(), "<a xmlns:p=\"u\" p:z=\"2\" b=\"&#9;&#10;&#13;&lt;&gt;&amp;&quot;'\"/>");
     a.removeAttribute("p:z");
     EXPECT_EQ(a.attribute("p:z"), std::nullopt);
     EXPECT_EQ(a.attribute("xmlns:p"), std::nullopt);
+}
+
+TEST(DomNode, KnowsWhereItBegins) {
+    const Document document =
+        loaded("<?xml version='1.0'?>\r\n<a b='\xF0\x9F\x98\x80'>\r\n  x<c/>\xC3\xA4 <![CDATA[y]]>\r<!--z--></a>");
+    const auto place = [](const Node& node) {
+        const Position position = node.position();
+        return std::to_string(position.line) + ":" + std::to_string(position.column);
+    };
+    const Node a = document.documentElement();
+    EXPECT_EQ(place(document.node().firstChild()), "1:1");
+    EXPECT_EQ(place(a), "2:1");
+    EXPECT_EQ(place(a.childNodes()[0]), "2:11") << "with the white space that it begins with";
+    EXPECT_EQ(place(a.child("c")), "3:4");
+    EXPECT_EQ(place(a.childNodes()[3]), "3:10");
+    EXPECT_EQ(place(a.lastChild()), "4:1");
+    EXPECT_EQ(place(a.firstChild()), "2:11") << "asked for in any order";
+    Document copy;
+    EXPECT_TRUE(copy.load(document));
+    EXPECT_EQ(place(copy.documentElement().child("c")), "3:4");
+    EXPECT_EQ(place(document.createElement("d")), "0:0");
 }
 
 TEST(DomErrors, NoneIsObjectNotSet) {

@@ -1,5 +1,5 @@
 // What two documents differ in, told by path.
-#include "xml/Tree.h"
+#include "xml/ComparedTree.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-Tree tree(std::string_view text) {
+ComparedTree tree(std::string_view text) {
     Document document;
     EXPECT_TRUE(document.loadXML(text)) << document.parseError().reason;
     return treeOf(document);
@@ -23,14 +23,14 @@ std::vector<std::string> differences(std::string_view before, std::string_view a
     return found;
 }
 
-TEST(Tree, WhatIsWrittenInAnotherWayIsNoDifference) {
+TEST(ComparedTree, WhatIsWrittenInAnotherWayIsNoDifference) {
     EXPECT_THAT(differences("<?xml version='1.0'?><a x='1' y='2'>t&lt;<![CDATA[u]]></a>",
                             "<a y=\"2\" x=\"1\" >t<![CDATA[<u]]></a>"),
                 IsEmpty());
     EXPECT_THAT(differences("<a>\n <b/></a>", "<a><b></b></a>"), IsEmpty());
 }
 
-TEST(Tree, EveryKindOfDifference) {
+TEST(ComparedTree, EveryKindOfDifference) {
     EXPECT_THAT(differences("<a x='1'/>", "<a y='1'/>"), ElementsAre("@x: 1 | none", "@y: none | 1"));
     EXPECT_THAT(differences("<a><b>1</b></a>", "<a><b>2</b></a>"), ElementsAre("b: 1 | 2"));
     EXPECT_THAT(differences("<a><b>1</b></a>", "<a><b> 1</b></a>"), ElementsAre("b: 1 |  1"));
@@ -43,7 +43,7 @@ TEST(Tree, EveryKindOfDifference) {
                 ElementsAre("processing-instruction(p): 1 | 2", "comment(): none | x"));
 }
 
-TEST(Tree, WhatIsPutInBetweenMovesNothingElse) {
+TEST(ComparedTree, WhatIsPutInBetweenMovesNothingElse) {
     EXPECT_THAT(differences("<a><b>1</b><b>2</b><b>3</b></a>", "<a><b>1</b><b>x</b><b>2</b><b>4</b></a>"),
                 ElementsAre("b[4]: 3 | 4", "b[2]: none | x"));
     EXPECT_THAT(differences("<a><b/><c/><d/></a>", "<a><c/><d/><b/></a>"), ElementsAre("b (place): child 1 | child 3"));

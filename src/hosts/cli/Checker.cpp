@@ -17,16 +17,17 @@ Checker::Result Checker::check(const xml::Document& method) {
 void Checker::locateInCatalogue(std::vector<Finding>& findings) {
     for (auto& finding : findings) {
         if (concernsCatalogue(finding)) {
-            const auto macro = engine_.state().xmlValues->macros(engine_.state().domMacros).position(finding.cycle);
+            const auto& macros = engine_.state().xmlValues->macros(engine_.state().domMacros);
+            const auto macro = macros.position(finding.cycle);
             finding.file = macrosFile_;
-            finding.position = definitionPosition(macros_, macro.value_or(0), finding.definition);
+            finding.position = definitionPosition(macro ? macros.macros().at(*macro) : xml::Node(), finding.definition);
         }
     }
 }
 
 Checker::Result Checker::check(const XmlFile& method) {
     auto result = check(method.document);
-    locate(result.findings, method.text, method.document);
+    locate(result.findings, method.document);
     return result;
 }
 

@@ -9,8 +9,7 @@ namespace vrn::cli {
 class Checker {
   public:
     /// Throws `Fault` for a set that cannot be used.
-    explicit Checker(const SetTexts& set)
-        : engine_(set), inspector_(engine_.state()), macrosFile_(set.files[0]), macros_(set.macros) {}
+    explicit Checker(const SetTexts& set) : engine_(set), inspector_(engine_.state()), macrosFile_(set.files[0]) {}
 
     struct Result {
         method::Inspection inspection;
@@ -29,7 +28,6 @@ class Checker {
     Engine engine_;
     method::Inspector inspector_;
     std::string macrosFile_;
-    std::string macros_;
 };
 
 }  // namespace vrn::cli

@@ -9,8 +9,7 @@
 #include "hosts/cli/FileSystem.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/System.h"
-#include "xml/Prolog.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::cli {
 
@@ -32,8 +31,8 @@ std::string readStream(std::istream& in, const std::string& path) {
         bytes.resize(size + block);
         in.read(bytes.data() + size, block);
         bytes.resize(size + static_cast<std::size_t>(in.gcount()));
-        if (bytes.size() > xml::largestFile) {
-            fail(path, std::string(xml::tooLarge));
+        if (bytes.size() > text::largestFile) {
+            fail(path, std::string(text::tooLarge));
         }
     }
     if (system::interrupted()) {
@@ -53,7 +52,7 @@ bool looksLikeUtf16(std::string_view bytes) {
 std::string decoded(const std::string& path, std::string_view bytes) {
     std::string text;
     try {
-        text = xml::decodeXmlFile(bytes);
+        text = text::decodeXmlFile(bytes);
     } catch (const errors::Error& error) {
         fail(path, error.description());
     }
@@ -65,7 +64,7 @@ std::string decoded(const std::string& path, std::string_view bytes) {
 
 // The text without its XML declaration and the white space behind that.
 std::string_view withoutDeclaration(std::string_view text) {
-    if (xml::declarationData(text)) {
+    if (text::declarationData(text)) {
         text.remove_prefix(std::min(text.find("?>") + 2, text.size()));
         text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
     }
@@ -73,7 +72,7 @@ std::string_view withoutDeclaration(std::string_view text) {
 }
 
 std::string declarationOf(const XmlFile& file) {
-    if (const auto data = xml::declarationData(file.text)) {
+    if (const auto data = text::declarationData(file.text)) {
         return "<?xml " + std::string(*data) + "?>";
     }
     return file.isUtf16 ? R"(<?xml version="1.0" encoding="UTF-16"?>)" : "";
@@ -82,7 +81,7 @@ std::string declarationOf(const XmlFile& file) {
 }  // namespace
 
 std::string readFile(const std::string& path, const Console& console) {
-    return path == standardInput ? readStream(console.in, path) : system::readFile(path, xml::largestFile);
+    return path == standardInput ? readStream(console.in, path) : system::readFile(path, text::largestFile);
 }
 
 XmlFile xmlFileOf(const std::string& path, std::string_view bytes, std::string_view root) {
@@ -120,7 +119,7 @@ xml::Document parsedXml(const std::string& path, const std::string& text, std::s
 std::string bytesFor(const XmlFile& file, const xml::Document& document) {
     const auto text = document.xml();
     try {
-        auto bytes = xml::encodeXmlFile(declarationOf(file) + std::string(withoutDeclaration(text)));
+        auto bytes = text::encodeXmlFile(declarationOf(file) + std::string(withoutDeclaration(text)));
         if (file.isBigEndian && bytes.starts_with("\xFF\xFE")) {
             for (std::size_t i = 1; i < bytes.size(); i += 2) {
                 std::swap(bytes[i - 1], bytes[i]);

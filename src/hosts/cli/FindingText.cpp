@@ -34,7 +34,7 @@ std::string fixText(const Finding& finding, std::size_t indent, const Style& sty
     return finding.fix.empty() ? "" : std::string(indent, ' ') + style.dim("fix: " + printable(finding.fix)) + "\n";
 }
 
-Json sarifLocation(const std::string& path, Position position = {}) {
+Json sarifLocation(const std::string& path, xml::Position position = {}) {
     Json physical = {{"artifactLocation", {{"uri", uriOf(path)}}}};
     if (position.line > 0) {
         physical["region"] = {{"startLine", position.line}, {"startColumn", position.column}};

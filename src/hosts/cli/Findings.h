@@ -26,16 +26,10 @@ struct FindingKind {
 /// All kinds, in the order in which they are documented.
 [[nodiscard]] std::span<const FindingKind> findingKinds() noexcept;
 
-/// A place in a file.
-struct Position {
-    std::size_t line = 0;    ///< from 1; 0 for no place in particular
-    std::size_t column = 0;  ///< from 1, in UTF-16 units
-};
-
 struct Finding {
     const FindingKind* kind = nullptr;
-    Position position;
-    std::size_t step = 0;  ///< from 1; 0 for the method as a whole
+    xml::Position position;  ///< in the file; zeros for no place in particular
+    std::size_t step = 0;    ///< from 1; 0 for the method as a whole
     std::string cycle;
     std::string parameter;
     std::string value;

@@ -7,7 +7,7 @@
 #include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
 #include "method/Verification.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::cli {
 
@@ -17,7 +17,7 @@ namespace {
 void requireIntact(Engine& engine, const XmlFile& file, std::string_view bytes) {
     auto& method = engine.state().domMethod;
     method = xml::Document();
-    const bool readable = method.loadXML(xml::decodeXmlFile(bytes));
+    const bool readable = method.loadXML(text::decodeXmlFile(bytes));
     if (!readable || method::VerifyLoadedMethod(engine.state()).code != 0) {
         throw Fault(displayName(file.path) +
                     ": would not verify in the encoding that it declares; nothing was written");

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "errors/Error.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::script {
 
@@ -28,11 +28,11 @@ std::string readFile(const std::string& path) {
     std::ifstream file(name, std::ios::binary);
     std::string bytes;
     std::array<char, 65536> block{};
-    while (bytes.size() <= xml::largestFile && (file.read(block.data(), block.size()) || file.gcount() > 0)) {
+    while (bytes.size() <= text::largestFile && (file.read(block.data(), block.size()) || file.gcount() > 0)) {
         bytes.append(block.data(), static_cast<std::size_t>(file.gcount()));
     }
-    if (bytes.size() > xml::largestFile) {
-        throw BadRequest("file '" + path + "' " + std::string(xml::tooLarge));
+    if (bytes.size() > text::largestFile) {
+        throw BadRequest("file '" + path + "' " + std::string(text::tooLarge));
     }
     // A folder can be opened as well; only reading it fails.
     if (!file.is_open() || file.bad()) {
@@ -44,7 +44,7 @@ std::string readFile(const std::string& path) {
                                   : ": no such file or folder"));
     }
     try {
-        return xml::decodeXmlFile(bytes);
+        return text::decodeXmlFile(bytes);
     } catch (const errors::Error& error) {
         throw BadRequest("cannot read file '" + path + "': " + error.description());
     }

@@ -4,6 +4,6 @@
 
 namespace vrn::test {
 
-std::string recordedPart(const std::string& reply) { return withoutParsersOwn(nlohmann::json::parse(reply)).dump(); }
+std::string recordedPart(const std::string& reply) { return withoutLineNumbers(nlohmann::json::parse(reply)).dump(); }
 
 }  // namespace vrn::test

@@ -9,7 +9,7 @@
 
 #include "services/EmbeddedSignatures.h"
 #include "services/SignatureTexts.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::services {
 namespace {
@@ -81,7 +81,7 @@ TEST_F(XmlsecPeer, AcceptsWhatTheEditorSigns) {
     std::string files;
     for (const std::string& body : bodies()) {
         const std::string name = std::to_string(files.size()) + ".xml";
-        write(name, xml::encodeXmlFile(signedText(body)));
+        write(name, text::encodeXmlFile(signedText(body)));
         files += " " + name;
     }
     // What only a document in memory can hold.
@@ -105,7 +105,7 @@ TEST_F(XmlsecPeer, MakesWhatTheEditorAccepts) {
         const std::string blank = emptied(emptied(signedMethod, "DigestValue"), "SignatureValue");
         ASSERT_FALSE(verifies(blank));
         names.push_back(std::to_string(names.size()));
-        write(names.back() + ".in", xml::encodeXmlFile(blank));
+        write(names.back() + ".in", text::encodeXmlFile(blank));
         commands +=
             " && xmlsec1 --sign --hmackey:vrnMethodEditor key --output " + names.back() + " " + names.back() + ".in";
     };
@@ -114,7 +114,7 @@ TEST_F(XmlsecPeer, MakesWhatTheEditorAccepts) {
     }
     ASSERT_EQ(run(commands), 0) << read("log");
     for (const std::string& name : names) {
-        const std::string made = xml::decodeXmlFile(read(name));
+        const std::string made = text::decodeXmlFile(read(name));
         EXPECT_TRUE(verifies(made)) << made;
     }
 }

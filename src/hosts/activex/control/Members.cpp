@@ -3,9 +3,9 @@
 #include <array>
 
 #include "hosts/activex/control/DocumentArgument.h"
+#include "hosts/activex/control/HostDocument.h"
 #include "hosts/activex/control/View.h"
 #include "hosts/activex/services/HostServices.h"
-#include "xml/msxml/Msxml.h"
 
 namespace vrn::activex {
 
@@ -49,7 +49,7 @@ HRESULT Members::GetMethodXml(IDispatch** method) {
         requirePointer(method, "method");
         *method = nullptr;
         if (const auto built = control().editor().GetMethodXml()) {
-            com::require(xml::hostDocument(*built).CopyTo(IID_IDispatch, reinterpret_cast<void**>(method)));
+            com::require(hostDocument(*built).CopyTo(IID_IDispatch, reinterpret_cast<void**>(method)));
         }
     });
 }

@@ -1,6 +1,7 @@
 #include "hosts/activex/services/SignatureObjects.h"
 
 #include "errors/Error.h"
+#include "services/SignatureProfile.h"
 
 namespace vrn::activex {
 
@@ -30,7 +31,13 @@ std::string SignatureObjectV4::signatureValue(const xml::Document& document, std
     xml::Document copy;
     copy.load(document);
     sign(copy, key, xpath);
-    return copy.selectSingleNode("//*[local-name()='SignatureValue']").text();
+    const auto signatures = services::signatureChildren(copy.documentElement());
+    for (const auto& child : signatures.empty() ? std::vector<xml::Node>() : signatures.front().childNodes()) {
+        if (child.name().ends_with("SignatureValue")) {
+            return child.text();
+        }
+    }
+    errors::throwObjectNotSet();
 }
 
 std::string SignatureObjectV23::sign(std::string_view text) {

@@ -15,7 +15,7 @@
 #include "hosts/cli/posix/Descriptor.h"
 #include "hosts/cli/posix/Failure.h"
 #include "hosts/cli/posix/Traits.h"
-#include "xml/TextFile.h"
+#include "text/TextFile.h"
 
 namespace vrn::cli::system {
 
@@ -257,7 +257,7 @@ std::string readFile(const std::string& path, std::size_t largest) {
             return bytes;
         }
         if (size > largest || expected > largest) {
-            fail(path, std::string(xml::tooLarge));
+            fail(path, std::string(text::tooLarge));
         }
     }
 }

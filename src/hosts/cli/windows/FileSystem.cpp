@@ -12,8 +12,8 @@
 #include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/Names.h"
 #include "hosts/cli/System.h"
+#include "text/TextFile.h"
 #include "text/windows/Wide.h"
-#include "xml/TextFile.h"
 
 namespace vrn::cli::system {
 
@@ -188,7 +188,7 @@ std::string readFile(const std::string& path, std::size_t largest) {
     LARGE_INTEGER fileSize{};
     const bool isKnown = GetFileType(file.get()) == FILE_TYPE_DISK && GetFileSizeEx(file.get(), &fileSize) != 0;
     if (isKnown && static_cast<std::uint64_t>(fileSize.QuadPart) > largest) {
-        fail(path, std::string(xml::tooLarge));
+        fail(path, std::string(text::tooLarge));
     }
     std::string bytes;
     std::size_t size = 0;
@@ -206,7 +206,7 @@ std::string readFile(const std::string& path, std::size_t largest) {
             return bytes;
         }
         if (size > largest) {
-            fail(path, std::string(xml::tooLarge));
+            fail(path, std::string(text::tooLarge));
         }
     }
 }

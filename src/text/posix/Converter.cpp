@@ -1,0 +1,68 @@
+#include "text/Converter.h"
+
+#include <iconv.h>
+
+#include <array>
+#include <cerrno>
+
+namespace vrn::text {
+
+struct Converter::Impl {
+    explicit Impl(iconv_t opened) : handle(opened) {}
+    ~Impl() { iconv_close(handle); }
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+
+    iconv_t handle;
+};
+
+namespace {
+
+const iconv_t unknown = reinterpret_cast<iconv_t>(-1);
+constexpr std::size_t failure = static_cast<std::size_t>(-1);
+
+// Converts into `out` piece by piece; null input ends the text.
+void convertAll(iconv_t handle, char** from, std::size_t* left, std::string& out) {
+    std::array<char, 4096> buffer{};
+    for (;;) {
+        char* to = buffer.data();
+        std::size_t room = buffer.size();
+        const std::size_t result = iconv(handle, from, left, &to, &room);
+        const bool outputFull = result == failure && errno == E2BIG;
+        out.append(buffer.data(), buffer.size() - room);
+        if (!outputFull) {
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+void Converter::Delete::operator()(Impl* impl) const noexcept { delete impl; }
+
+Converter Converter::toUtf8(const std::string& encoding) {
+    Converter made;
+    if (const iconv_t handle = iconv_open("UTF-8", encoding.c_str()); handle != unknown) {
+        made.impl_.reset(new Impl(handle));
+    }
+    return made;
+}
+
+Converter Converter::fromUtf8(const std::string& encoding) {
+    Converter made;
+    if (const iconv_t handle = iconv_open(encoding.c_str(), "UTF-8"); handle != unknown) {
+        made.impl_.reset(new Impl(handle));
+    }
+    return made;
+}
+
+std::size_t Converter::convert(std::string_view input, std::string& out) const {
+    char* from = const_cast<char*>(input.data());  // iconv's signature; it does not write there
+    std::size_t left = input.size();
+    convertAll(impl_->handle, &from, &left, out);
+    return input.size() - left;
+}
+
+void Converter::finish(std::string& out) const { convertAll(impl_->handle, nullptr, nullptr, out); }
+
+}  // namespace vrn::text
