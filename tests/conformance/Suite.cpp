@@ -1,0 +1,110 @@
+#include "conformance/Suite.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "errors/Error.h"
+#include "text/TextFile.h"
+#include "xml/Canonical.h"
+
+namespace vrn::test {
+
+namespace {
+
+std::string bytesOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw errors::Error(errors::number::invalidProcedureCall, "cannot read " + file.string());
+    }
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
+}
+
+void collect(const xml::Node& parent, const std::filesystem::path& base, std::vector<ConformanceCase>& cases) {
+    for (const auto& node : parent.childNodes()) {
+        if (node.name() == "TESTCASES") {
+            collect(node, base / node.attribute("xml:base").value_or(""), cases);
+        } else if (node.name() == "TEST") {
+            cases.push_back({node.attribute("ID").value_or(""), node.attribute("TYPE").value_or(""),
+                             node.attribute("VERSION").value_or("1.0"), node.attribute("EDITION").value_or(""),
+                             node.attribute("NAMESPACE") != "no", base / node.attribute("URI").value_or("")});
+        }
+    }
+}
+
+// After what begins at `at` and ends with the mark.
+std::size_t after(const std::string& text, std::string_view mark, std::size_t at) {
+    const auto found = text.find(mark, at);
+    return found == std::string::npos ? text.size() : found + mark.size();
+}
+
+std::size_t endOfDoctype(const std::string& text, std::size_t at) {
+    int brackets = 0;
+    while (at < text.size()) {
+        const auto rest = std::string_view(text).substr(at);
+        if (rest.starts_with("<!--")) {
+            at = after(text, "-->", at + 4);
+        } else if (rest.starts_with("<?")) {
+            at = after(text, "?>", at);
+        } else if (rest.front() == '"' || rest.front() == '\'') {
+            at = after(text, rest.substr(0, 1), at + 1);
+        } else {
+            brackets += rest.front() == '[' ? 1 : rest.front() == ']' ? -1 : 0;
+            ++at;
+            if (rest.front() == '>' && brackets == 0) {
+                return at;
+            }
+        }
+    }
+    return at;
+}
+
+}  // namespace
+
+std::vector<ConformanceCase> conformanceCases(const std::filesystem::path& folder) {
+    xml::Document list;
+    if (!list.loadXML(withoutDoctype(textOf(folder / "cleaned" / "xmlconf-flattened.xml")))) {
+        throw errors::Error(errors::number::invalidProcedureCall, "the suite's list: " + list.parseError().reason);
+    }
+    std::vector<ConformanceCase> cases;
+    collect(list.documentElement(), folder / "xmlconf", cases);
+    return cases;
+}
+
+std::string textOf(const std::filesystem::path& file) { return text::decodeXmlFile(bytesOf(file)); }
+
+std::string withoutDoctype(const std::string& text) {
+    auto at = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    while (at < text.size()) {
+        const auto rest = std::string_view(text).substr(at);
+        if (rest.starts_with("<!DOCTYPE")) {
+            return text.substr(0, at) + text.substr(endOfDoctype(text, at + 2));
+        }
+        if (rest.starts_with("<!--")) {
+            at = after(text, "-->", at + 4);
+        } else if (rest.starts_with("<?")) {
+            at = after(text, "?>", at);
+        } else {
+            break;
+        }
+        at = text.find_first_not_of(" \t\r\n", at);
+    }
+    return text;
+}
+
+Reading readingOf(const std::string& text) {
+    Reading reading;
+    xml::Document document;
+    if (document.loadXML(text)) {
+        reading.verdict = Verdict::Accepted;
+        reading.canonical = xml::exclusiveCanonicalForm(document.node());
+    } else {
+        const bool hasDoctype = document.parseError().errorCode == xml::ParseError::dtdProhibited;
+        reading.verdict = hasDoctype ? Verdict::HasDoctype : Verdict::Refused;
+        reading.reason = document.parseError().reason;
+    }
+    return reading;
+}
+
+}  // namespace vrn::test
