@@ -35,7 +35,7 @@ Step stepFrom(const NamesByCycle& cycles, const std::string& text) {
     try {
         entry = method::stepOf(text);
     } catch (const errors::Error&) {
-        return step;  // no step by its form: told as it stands
+        return step;  // no step by its form: reported as it is
     }
     step.cycle = entry.MacroName;
     static const std::vector<std::string> none;
@@ -45,7 +45,7 @@ Step stepFrom(const NamesByCycle& cycles, const std::string& text) {
     const auto values = entry.MacroValues.value_or(std::vector<std::string>());
     for (std::size_t i = 0; i < values.size(); ++i) {
         auto name = i < names.size() ? names[i] : "value " + std::to_string(i + 1);
-        // Names that come again are told apart by a number.
+        // Names that come again are distinguished by a number.
         if (const int occurrence = ++seen[name]; occurrence > 1) {
             name += " (" + std::to_string(occurrence) + ")";
         }
@@ -213,7 +213,7 @@ std::string plainDescription(const std::string& description) {
     return text;
 }
 
-// What is left of a method's document when all that is told by name is taken out. Only what was told in full goes: a step with an
+// What is left of a method's document when all that is reported by name is taken out. Only what was reported in full goes: a step with an
 // attribute, a cycle's name without its brackets, a text with white space at its ends stay.
 class Rest {
   public:
@@ -316,7 +316,7 @@ class Rest {
     void erase(std::string_view parent, const xml::ComparedTree* child) {
         std::erase_if(at(parent)->children, [child](const xml::ComparedTree& each) { return &each == child; });
     }
-    // An element that one method alone has, with nothing in it but what was told.
+    // An element that one method alone has, with nothing in it but what was reported.
     static void takeOutIfEmptied(Rest& before, Rest& after, std::string_view name) {
         auto* const old = before.at(name);
         auto* const now = after.at(name);

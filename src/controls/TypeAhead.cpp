@@ -21,7 +21,7 @@ std::string_view numberOf(std::string_view row) noexcept {
     return row.substr(0, static_cast<std::size_t>(std::find_if_not(row.begin(), row.end(), isDigit) - row.begin()));
 }
 
-// Behind the number and the blank.
+// After the number and the blank.
 std::string_view nameOf(std::string_view row) noexcept {
     const auto number = numberOf(row).size();
     return number > 0 && number < row.size() && row[number] == ' ' ? row.substr(number + 1) : row;

@@ -45,7 +45,7 @@ class TypeAhead {
     std::string letter_;  // the only one in it; empty when there are several
     Time last_{0};
     int found_ = -1;
-    int start_ = 0;  // the row behind the one that was selected when the text began
+    int start_ = 0;  // the row after the one that was selected when the text began
 };
 
 }  // namespace vrn::controls

@@ -21,7 +21,7 @@ bool isWhole(const Inspection& inspection) {
                        [](const InspectedStep& step) { return step.readable && step.known; });
 }
 
-// The names of the cycles that a save embeds, in order of their first use; kept as a list text meanwhile.
+// The names of the cycles that a save embeds, in order of their first use; kept as a list text.
 std::vector<std::string> cyclesOf(const std::vector<InspectedStep>& steps) {
     std::set<std::string_view> seen;
     std::vector<std::string> names;

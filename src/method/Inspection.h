@@ -45,7 +45,7 @@ struct CycleComparison {
     std::string name;
     bool inCatalogue = true;
     bool isUsed = true;        ///< whether a step uses it
-    bool isNamed = true;       ///< whether the name, which tells whose date is recorded, can be read
+    bool isNamed = true;       ///< whether the name, which says whose date is recorded, can be read
     bool dateDiffers = false;  ///< only the first cycle's date is recorded
     bool definitionsDiffer = false;
     [[nodiscard]] bool isOutdated() const noexcept { return dateDiffers || definitionsDiffer || !isNamed; }

@@ -1,4 +1,4 @@
-// What a method's signature is worth, in the words that all who tell of it use.
+// What a method's signature is worth, in the words that all who report it use.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// Which items of two sequences go together, so that a comparison tells what was put in, taken out and changed, not all that moved up.
+// Which items of two sequences go together, so that a comparison reports what was put in, taken out and changed, not all that moved up.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Exclusive canonical form (W3C Exclusive XML Canonicalization 1.0, without comments), written once over the port.
+// Exclusive canonical form (W3C Exclusive XML Canonicalization 1.0, without comments).
 #pragma once
 
 #include <functional>

@@ -45,7 +45,7 @@ class TreeBuilder final : public NodeVisitor {
         }
     }
 
-    // Tells the children where they stand.
+    // Gives the children their places.
     static void number(ComparedTree& tree) {
         std::map<std::pair<NodeKind, std::string>, std::size_t> counts;
         std::size_t place = 0;

@@ -1,4 +1,4 @@
-// A document as plain values, for whoever compares documents: what is left when the known is taken out can be told in full.
+// A document as plain values, for whoever compares documents: what is left when the known is taken out can be reported in full.
 #pragma once
 
 #include <cstddef>

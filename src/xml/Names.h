@@ -1,4 +1,4 @@
-// What a back end must refuse before it makes a node: names and contents that XML text cannot hold. Each function fails
+// What must be refused before a node is made: names and contents that XML text cannot hold. Each function fails
 // with error 5.
 #pragma once
 

@@ -11,7 +11,7 @@ namespace vrn::xml {
 
 namespace {
 
-// What comes after `node` in document order when its children are passed over; null behind the last node below `top`.
+// What comes after `node` in document order when its children are passed over; null after the last node below `top`.
 const NodeData* nextBeyond(const NodeData* node, const NodeData* top) noexcept {
     while (node != top && node->next == nullptr) {
         node = node->parent;

@@ -1,4 +1,4 @@
-// XML text of a tree, written once over the port so that it is the same on every back end.
+// XML text of a tree.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The tree behind the handles of Dom.h: nodes in an arena that goes with the document, names kept once each.
+// The tree that the handles of Dom.h refer to: nodes in an arena that goes with the document, names kept once each.
 //
 // Texts are views: on the text that was parsed, of which the tree keeps a copy, or on the arena. Nothing in the arena is freed
 // before the tree is; what was taken out of the document or replaced stays where it is, so that a handle on it stays good.
@@ -119,7 +119,7 @@ class Tree {
 
     /// The attribute of an element by qualified name, declarations left out; null when there is none.
     [[nodiscard]] static Attribute* findAttribute(const Branch& element, std::string_view qualified) noexcept;
-    /// Adds an attribute behind all others, or a declaration as the only one so far.
+    /// Adds an attribute after `last`; as the first one when that is null.
     Attribute* addAttribute(Branch& element, Attribute* last, const Name* name, std::string_view keptValue);
 
     /// Puts a node that stands nowhere under `parent`, before `reference` or last.

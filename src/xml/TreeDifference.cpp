@@ -43,7 +43,7 @@ bool isLeaf(const ComparedTree& tree) {
     return tree.children.empty() || (tree.children.size() == 1 && tree.children.front().kind == NodeKind::Text);
 }
 
-// What stands for a node of which the other document has nothing.
+// The value of a node of which the other document has nothing.
 std::string valueOf(const ComparedTree& tree) {
     if (tree.kind != NodeKind::Element) {
         return tree.content;

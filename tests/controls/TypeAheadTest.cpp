@@ -100,7 +100,7 @@ TEST(TypeAhead, OneLetterAgainAndAgainGoesThroughTheRows) {
         user.type("c");
     }
     EXPECT_EQ(user.text(), "COUNT");
-    // The user has gone elsewhere meanwhile: the letter is a first one again.
+    // The user has gone elsewhere since: the letter is a first one again.
     user.wait();
     user.selected = 0;
     EXPECT_EQ(user.type("c"), "CLEAN");

@@ -16,7 +16,7 @@ NONCLIENTMETRICSW systemMetrics() {
     return metrics;
 }
 
-/// Another size of the system's message font for as long as this lives. No window is told of it.
+/// Another size of the system's message font for as long as this lives. No window is notified.
 class OtherMessageFont {
   public:
     explicit OtherMessageFont(LONG height) : before_(systemMetrics()) {

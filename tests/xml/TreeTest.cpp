@@ -1,4 +1,4 @@
-// What two documents differ in, told by path.
+// What two documents differ in, reported by path.
 #include "xml/ComparedTree.h"
 
 #include <gmock/gmock.h>

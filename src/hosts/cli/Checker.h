@@ -22,7 +22,7 @@ class Checker {
     [[nodiscard]] method::Inspector& inspector() noexcept { return inspector_; }
 
   private:
-    // The catalogue's own faults are told where they stand.
+    // The catalogue's own faults are reported where they are.
     void locateInCatalogue(std::vector<Finding>& findings);
 
     Engine engine_;

@@ -24,7 +24,7 @@ enum class Stream { Out, Err };
 [[nodiscard]] unsigned terminalWidth() noexcept;
 
 /// While it lives, an interruption by the user or the system is only noted: who is in the middle of something ends it first. What
-/// the program was told to ignore when it began stays ignored. One at a time.
+/// the program was set to ignore when it began stays ignored. One at a time.
 class InterruptGuard {
   public:
     InterruptGuard() noexcept;

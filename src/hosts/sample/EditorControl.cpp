@@ -72,7 +72,7 @@ void EditorControl::moveTo(const RECT& place) noexcept {
 
 // snippet: appearance
 // The system tells its news to the windows of programs; a control's window inside them hears what its container hands on. The
-// font is the container's affair: the control asks for it anew when it is told that it changed.
+// font is the container's affair: the control asks for it anew when it learns that it changed.
 void EditorControl::appearanceChanged(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_SETTINGCHANGE) {
         com::ComPtr<IOleControl> control;

@@ -81,7 +81,7 @@ class Site final : public IOleClientSite, public IOleControlSite, public IOleInP
     Site(const Site&) = delete;
     Site& operator=(const Site&) = delete;
     void detach() noexcept;
-    /// The system's fonts have changed: the control is to be told that the ambient font has.
+    /// The system's fonts have changed: the control learns that the ambient font has.
     void renewFont() noexcept { font_.Reset(); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;

@@ -50,7 +50,7 @@ class SystemMessageBox final : public errors::MessageBoxService {
     [[nodiscard]] HWND ownerFor(std::intptr_t wanted) const {
         return reinterpret_cast<HWND>(wanted == 0 && owner_ ? owner_() : wanted);
     }
-    // Without an owner a box blocks nobody; as task-modal it is modal to its thread all the same.
+    // Without an owner a box blocks nobody; as task-modal it is modal to its thread.
     static UINT styleOf(std::int32_t style, HWND owner) noexcept {
         return static_cast<UINT>(style) | (owner == nullptr ? MB_TASKMODAL : 0U);
     }

@@ -29,7 +29,7 @@ class HostileHostTest : public ContainerTest {
             clickLine(list, 1);
         }
         if (container.control != nullptr) {
-            // Not held meanwhile: what the container lets go of is gone.
+            // Not held: what the container lets go of is gone.
             auto* const inPlace = as<IOleInPlaceObject>(container.control).Get();
             inPlace->UIDeactivate();
         }

@@ -141,7 +141,7 @@ TEST_F(LettingGoTest, InsideADocumentThatIsHandedOver) {
                      result = truth(true);
                  }},
                 {L"xml", [](const Arguments&, com::Variant& result) { result = com::Variant("<Macros/>"); }}});
-    const ClosingUser user;  // who is told that the method's cycle is not in this catalogue
+    const ClosingUser user;  // who reads that the method's cycle is not in this catalogue
     auto* const raw = editor.Get();
     EXPECT_EQ(raw->SetXmlDocuments(foreign.Get(), set.objects.Get(), set.method.Get(), set.configuration.Get()), S_OK);
     expectGone("document");

@@ -48,7 +48,7 @@ class MessageTest : public ContainerTest {
         DestroyWindow(other);
         ContainerTest::TearDown();
     }
-    /// Leads to one message for the user, and tells what was seen meanwhile.
+    /// Leads to one message for the user, and reports what was seen while it was open.
     Seen show(std::function<void(HWND)> act = {}) {
         Seen seen;
         seen.container = container.window;

@@ -65,7 +65,7 @@ class ReadingTest : public FormTest {
         return strongest;
     }
 
-    /// What the tool tip of a window tells when the mouse comes to this place, nothing without one. `mouse` gets the message.
+    /// What the tool tip of a window says when the mouse comes to this place, nothing without one. `mouse` gets the message.
     static std::string tip(HWND mouse, int x, int y) {
         SendMessageW(mouse, WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
         struct Search {

@@ -134,7 +134,7 @@ void InPlace::createWindows(const Request& request) {
     frameInfo.cb = sizeof(frameInfo);
     com::ComPtr<IOleInPlaceFrame> frame;
     com::ComPtr<IOleInPlaceUIWindow> document;
-    // A site that cannot tell them leaves them to the request.
+    // A site that does not know them leaves them to the request.
     if (const HRESULT result = site->GetWindow(&parent); FAILED(result) || parent == nullptr) {
         parent = request.parent;
         if (parent == nullptr) {

@@ -14,7 +14,7 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
         LONG verb = OLEIVERB_PRIMARY;
         const MSG* message = nullptr;    ///< the user's that led to it; null for none
         IOleClientSite* site = nullptr;  ///< null when the container has none
-        HWND parent = nullptr;           ///< for a site that cannot tell where the windows go
+        HWND parent = nullptr;           ///< for a site that does not know where the windows go
         const RECT* place = nullptr;     ///< in `parent`; null for none
     };
     HRESULT doVerb(const Request& request);
@@ -26,7 +26,7 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
     /// A window of the form has got the keyboard, or all have lost it.
     void focusChanged(bool inForm) noexcept;
     /// The user works in the form, which has the keyboard: the container may have ended the control's part in its user
-    /// interface meanwhile.
+    /// interface in the meantime.
     void userActs() noexcept;
     /// One of the form's mnemonics was pressed elsewhere in the container.
     void pressMnemonic(wchar_t key);

@@ -22,7 +22,7 @@ class Modal {
         }
     }
 
-    // A copy: the box dispatches the container's messages as well, and it may close the control meanwhile.
+    // A copy: the box dispatches the container's messages as well, and it may close the control while it is open.
     const com::ComPtr<IOleInPlaceFrame> frame_;
 };
 

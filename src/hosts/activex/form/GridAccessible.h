@@ -12,7 +12,7 @@ namespace vrn::activex {
 
 class GridWindow;
 
-/// Child k is the value cell of row k; the buttons follow behind the cells, in the same order, and stand to the right of them.
+/// Child k is the value cell of row k; the buttons follow after the cells, in the same order, and stand to the right of them.
 /// Clients may keep the object for longer than the window lives; it then answers that it is
 /// not connected any more.
 class GridAccessible final : public IAccessible {

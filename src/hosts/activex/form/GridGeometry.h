@@ -24,7 +24,7 @@ struct GridGeometry {
 
     [[nodiscard]] RECT row(int row) const noexcept;
     [[nodiscard]] RECT name(int row) const noexcept;
-    [[nodiscard]] RECT value(int row) const noexcept;  ///< all that is behind the name
+    [[nodiscard]] RECT value(int row) const noexcept;  ///< all that follows the name
     [[nodiscard]] RECT entry(int row) const noexcept;  ///< of the value, where it is entered
     [[nodiscard]] RECT arrow(int row) const noexcept;
     [[nodiscard]] RECT menu(int row) const noexcept;

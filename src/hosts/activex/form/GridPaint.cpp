@@ -67,7 +67,7 @@ COLORREF paintButton(HDC context, RECT place, const GridPicture& picture) noexce
     return colour;
 }
 
-// Three dots: the sign of a button behind which there is more to choose from.
+// Three dots: the sign of a button that leads to more choices.
 void paintMenuField(HDC context, const GridPicture& picture, int row, COLORREF colour) noexcept {
     RECT place = picture.geometry.menu(row);
     --place.bottom;

@@ -83,7 +83,7 @@ std::wstring GridWindow::cutText(int row) {
 Tip GridWindow::tipAt(POINT place) {
     Tip tip;
     const int row = geometry().rowAt(place.y);
-    // Where there is a hint on the parameter, it tells this as well.
+    // Where there is a hint on the parameter, it says this as well.
     if (row >= 1 && !session().state().txtToolTip.visible()) {
         tip.area = geometry().row(row);
         tip.text = cutText(row);

@@ -339,7 +339,7 @@ LRESULT ListPeer::onPress(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     LRESULT result = 0;
     if (left && row != controls::noSelection && row != model_.listIndex()) {
-        // Meanwhile the host has switched the list off or filled it anew: there is nothing left to take.
+        // In the meantime the host has switched the list off or filled it anew: there is nothing left to take.
         pressed_ = false;
         SetFocus(handle());
     } else {

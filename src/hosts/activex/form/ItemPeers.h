@@ -99,7 +99,7 @@ class ListPeer final : public ItemPeer {
 
     controls::ListBox& model_;
     std::optional<int> topAtPress_;  // the first row in view while a press is being taken
-    bool pressed_ = false;           // the left button is down, and the press is done: its report tells nothing new
+    bool pressed_ = false;           // the left button is down, and the press is done: its report says nothing new
     bool selectedToBeSeen_ = false;  // wherever the user has scrolled to
     bool rowToBeSeen_ = false;       // and the one that the model has asked for
 };
@@ -108,7 +108,7 @@ class ComboPeer final : public ItemPeer {
   public:
     ComboPeer(Session& session, controls::ComboBox& model, ControlId id) noexcept;
     void onCommand(int code) override;
-    /// What is cut of the selected entry, and what the model tells about it.
+    /// What is cut of the selected entry, and what the model says about it.
     [[nodiscard]] Tip tipAt(POINT place) override;
     /// The height of the closed list.
     [[nodiscard]] int closedHeight() const noexcept;

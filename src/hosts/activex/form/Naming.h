@@ -11,7 +11,7 @@ namespace vrn::activex {
 /// where the system does not know such names, nothing happens.
 void nameForAssistance(HWND window, const std::wstring& name) noexcept;
 
-/// The state of a window that can be read but not used: read-only. `focused` tells whether it has the keyboard. Otherwise the
+/// The state of a window that can be read but not used: read-only. `focused`: whether it has the keyboard. Otherwise the
 /// system's own account of it holds again.
 void showStateForAssistance(HWND window, bool readOnly, bool focused = false) noexcept;
 

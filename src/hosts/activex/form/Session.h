@@ -54,7 +54,7 @@ class Session : public std::enable_shared_from_this<Session> {
     virtual bool goOn(HWND from, bool backwards) noexcept = 0;
 
     /// The way in from outside: a window's procedure, a reader's question. Keeps the session for as long, and whoever placed the
-    /// form with its engine: the host may let go of all of them in what it is called for meanwhile.
+    /// form with its engine: the host may let go of all of them in what it is called for.
     class Running {
       public:
         explicit Running(Session& session) noexcept;

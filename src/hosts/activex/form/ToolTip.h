@@ -7,7 +7,7 @@
 
 namespace vrn::activex {
 
-/// What is told about a place.
+/// What a tip says about a place.
 struct Tip {
     RECT area{};        ///< for which the text holds, in the window's client area
     std::wstring text;  ///< nothing is shown without one

@@ -42,7 +42,7 @@ class Window {
     virtual LRESULT onNotify(const NMHDR& /*notification*/) { return 0; }
     /// The brush that the ground of a control below a frame is painted with, after the colours were set; null for the system's.
     [[nodiscard]] virtual HBRUSH ground(HDC /*context*/) const { return nullptr; }
-    /// What a tool tip tells about a place of the client area: above all, what does not fit there.
+    /// What a tool tip says about a place of the client area: above all, what does not fit there.
     [[nodiscard]] virtual Tip tipAt(POINT /*place*/) { return {}; }
 
     /// Sent when the windows of a closed session are to go; the only message of our own that counts then.

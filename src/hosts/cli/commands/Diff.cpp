@@ -50,7 +50,7 @@ class DiffText {
     }
 
   private:
-    // A value that stands in a row of its own; what is there and empty is told from what is not there.
+    // A value that stands in a row of its own; what is there and empty is distinguished from what is not there.
     [[nodiscard]] static std::string cell(const std::optional<std::string>& value) {
         return !value ? std::string() : value->empty() ? "(empty)" : printable(*value);
     }

@@ -32,7 +32,7 @@ std::string signatureName(const method::Inspection& inspection) {
     return std::string(method::signatureStateName(method::signatureState(inspection.verification, inspection.content)));
 }
 
-// Steps take much the same room: once some are told, there is room for all. Growing bit by bit a long text is copied again and again.
+// Steps take much the same room: once some are written, there is room for all. Growing bit by bit a long text is copied again and again.
 void reserveForSteps(std::string& out, std::size_t told, std::size_t all) {
     constexpr std::size_t enough = 64;
     if (told == enough && all > enough) {
@@ -40,7 +40,7 @@ void reserveForSteps(std::string& out, std::size_t told, std::size_t all) {
     }
 }
 
-// What is told of a parameter, which many steps have: made once.
+// What is printed of a parameter, which many steps have: made once.
 template <typename Told>
 class PerParameter {
   public:

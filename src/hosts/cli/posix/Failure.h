@@ -1,4 +1,4 @@
-// What the user is told of a call of the system that failed.
+// What the user reads of a call of the system that failed.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Signals that end a program, noted while something is being written; and what would otherwise wait for ever meanwhile.
+// Signals that end a program, noted while something is being written; and waits that would otherwise never end.
 #include <fcntl.h>
 #include <poll.h>
 
@@ -79,7 +79,7 @@ InterruptGuard::InterruptGuard() noexcept {
             (void)sigaction(interrupts[i], &action, nullptr);
         }
     }
-    // A reader that goes away is no reason to stop in the middle either: the output fails, and that is told at the end.
+    // A reader that goes away is no reason to stop in the middle either: the output fails, and that is reported at the end.
     action.sa_handler = SIG_IGN;
     (void)sigaction(SIGPIPE, &action, &formerPipeAction);
 }

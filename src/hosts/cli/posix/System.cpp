@@ -59,7 +59,7 @@ class StandardBuffer final : public std::streambuf {
     std::array<char, 65536> buffer_{};
 };
 
-// Open for the other direction, so that whoever uses the stream is told.
+// Open for the other direction, so that whoever uses the stream gets an error.
 void takeIfClosed(int descriptor, int flags) {
     if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) {
         (void)open("/dev/null", flags);  // the lowest number that is free, which is this one
