@@ -22,6 +22,12 @@ namespace {
 constexpr int dropDownHeight = 260;  // lengths at 96 dpi
 std::atomic<long> sets{0};
 
+BOOL CALLBACK handOnTo(HWND child, LPARAM parameter) noexcept {
+    const auto& what = *reinterpret_cast<const MSG*>(parameter);
+    SendMessageW(child, what.message, what.wParam, what.lParam);
+    return TRUE;
+}
+
 }  // namespace
 
 Window::Making RootWindow::making(HWND parent) const {
@@ -37,14 +43,7 @@ void RootWindow::paint(HDC context) {
 // The system's controls keep colours and themes of their own, and hear of a change through the windows around them.
 void RootWindow::handOn(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
     const MSG given{handle(), message, wParam, lParam, 0, {}};
-    EnumChildWindows(
-        handle(),
-        [](HWND child, LPARAM parameter) -> BOOL {
-            const auto& what = *reinterpret_cast<const MSG*>(parameter);
-            SendMessageW(child, what.message, what.wParam, what.lParam);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&given));
+    EnumChildWindows(handle(), handOnTo, reinterpret_cast<LPARAM>(&given));
 }
 
 LRESULT RootWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
