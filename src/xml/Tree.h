@@ -125,8 +125,8 @@ class Tree {
     /// Puts a node that stands nowhere under `parent`, before `reference` or last.
     static void link(NodeData& node, Branch& parent, NodeData* reference) noexcept;
     static void unlink(NodeData& node) noexcept;
-    /// A copy of all below `source` under this tree's document.
-    void copyFrom(const Tree& source);
+    /// A copy of all below the other's document under this tree's document.
+    void copyFrom(const Tree& other);
 
   private:
     friend class TreePointer;

@@ -6,7 +6,6 @@ namespace vrn::xml {
 namespace {
 
 using testing::errorOf;
-using testing::listed;
 using testing::loaded;
 
 TEST(DomEdit, BuildsADocument) {

@@ -29,7 +29,7 @@ constexpr IID documentInterface{0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0
 
 // An empty document of the system's library that keeps white space between elements, or drops it.
 ComPtr<IDispatch> emptyDocument(bool preservingWhiteSpace) {
-    const auto made = document(L"<a/>");
+    auto made = document(L"<a/>");
     ComPtr<IXMLDOMDocument> known;
     com::require(made->QueryInterface(documentInterface, reinterpret_cast<void**>(known.GetAddressOf())));
     com::require(known->put_async(VARIANT_FALSE));
@@ -38,7 +38,7 @@ ComPtr<IDispatch> emptyDocument(bool preservingWhiteSpace) {
 }
 
 ComPtr<IDispatch> passedAsText(const ComPtr<IDispatch>& original, bool preservingWhiteSpace) {
-    const auto made = emptyDocument(preservingWhiteSpace);
+    auto made = emptyDocument(preservingWhiteSpace);
     EXPECT_TRUE(com::truthOf(com::Object(made).call(L"loadXML", {wideText(textOf(original)).get()})));
     return made;
 }
@@ -48,7 +48,7 @@ ComPtr<IDispatch> passedAsFile(const ComPtr<IDispatch>& original, bool preservin
     GetTempPathW(MAX_PATH, folder);
     const auto path = folder + std::wstring(L"vrn-odd-method.xml");
     com::Object(original).call(L"save", {wideText(path).get()});
-    const auto made = emptyDocument(preservingWhiteSpace);
+    auto made = emptyDocument(preservingWhiteSpace);
     EXPECT_TRUE(com::truthOf(com::Object(made).call(L"load", {wideText(path).get()})));
     DeleteFileW(path.c_str());
     return made;

@@ -45,7 +45,7 @@ class RoundTripTest : public SmallSetTest {
     /// The set's method with a valid signature, and loaded as such.
     std::string savedAndLoaded(const DocumentTexts& set) {
         load(set);
-        const auto saved = built();
+        auto saved = built();
         loadQuietly(set, saved);
         return saved;
     }
