@@ -166,13 +166,16 @@ void Mutator::declareAnew(Pieces& pieces) {
 
 void Mutator::changeCharacter(Pieces& pieces) {
     auto& text = pieces[below(pieces.size())].text;
+    if (text.empty()) {
+        return;  // a prolog that was taken away
+    }
     text[below(text.size())] = oneOf(std::string_view("aZ09+/= <>&\"'"));
 }
 
 // The same characters, written otherwise.
 void Mutator::rewriteText(Pieces& pieces) {
     auto& piece = pieces[below(pieces.size())];
-    if (piece.text.front() == '<' || piece.text.find('&') != std::string::npos) {
+    if (piece.text.empty() || piece.text.front() == '<' || piece.text.find('&') != std::string::npos) {
         return;
     }
     const auto at = below(piece.text.size());
