@@ -5,8 +5,9 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
-#include <climits>
+#include <cstring>
 #include <exception>
 #include <string>
 
@@ -25,14 +26,8 @@ constexpr std::size_t maximumNames = 100000;
 // Parts namespace, local name and prefix in the names that expat reports; no document can hold it.
 constexpr char separator = '\1';
 
-// Text reaches expat in pieces, so that it needs no copy of the whole. It looks at an unfinished token again with each piece: where
-// one brings no event, the next is twice as large.
-constexpr std::size_t smallestPiece = 32UL << 10U;
-
-struct FreeParser {
-    void operator()(XML_Parser parser) const noexcept { XML_ParserFree(parser); }
-};
-using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
+// expat doubles its buffer until the text and the context that it keeps fit, and fails beyond what an int counts.
+constexpr std::size_t maximumText = 1UL << 29U;
 
 struct SplitName {
     std::string_view uri;
@@ -57,7 +52,7 @@ SplitName splitName(std::string_view reported) noexcept {
 
 class Load {
   public:
-    explicit Load(Tree& tree);
+    Load(Tree& tree, std::string_view text);
 
     bool run();
 
@@ -71,7 +66,13 @@ class Load {
     void startElement(const char* reported, const char** attributes);
     void endElement();
     void declareNamespace(const char* prefix, const char* uri);
-    void characters(std::string_view piece);
+    struct Piece {
+        std::string_view text;
+        std::size_t at = 0;
+        bool isReference = false;
+    };
+    [[nodiscard]] Piece pieceOf(std::string_view reported) const noexcept;
+    void characters(std::string_view reported);
     void startCData();
     void endCData();
     void declaration();
@@ -83,8 +84,7 @@ class Load {
         return static_cast<std::size_t>(std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0));
     }
     [[nodiscard]] std::string_view event() const noexcept {
-        return source_.substr(std::min(offset(), source_.size()),
-                              static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
+        return source_.substr(offset(), static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
     }
     [[nodiscard]] std::string reasonOf(XML_Error code);
     [[nodiscard]] std::string openElement();
@@ -92,9 +92,11 @@ class Load {
 
     Tree& tree_;
     std::string_view source_;
-    Parser parser_;
+    std::shared_ptr<XML_ParserStruct> parser_;  ///< holds the source, for as long as the tree does
     Branch* open_;
     std::size_t depth_ = 0;
+
+    std::array<const Name*, 256> known_{};  ///< plain names by length, first and last character
 
     // The declarations of the element whose start tag is being read.
     struct Declaration {
@@ -112,7 +114,6 @@ class Load {
     bool isMeant_ = false;  ///< holds more than layout
     bool inCData_ = false;
 
-    bool hadEvent_ = false;
     std::exception_ptr failure_;
     bool refused_ = false;
     std::size_t refusedAt_ = 0;
@@ -120,11 +121,17 @@ class Load {
     const char* refusedReason_ = "";
 };
 
-Load::Load(Tree& tree)
-    : tree_(tree), source_(tree.source), parser_(XML_ParserCreateNS("UTF-8", separator)), open_(&tree.document) {
-    if (parser_ == nullptr) {
+Load::Load(Tree& tree, std::string_view text)
+    : tree_(tree), parser_(XML_ParserCreateNS("UTF-8", separator), XML_ParserFree), open_(&tree.document) {
+    // The text goes straight into the parser's buffer, where it stays: one copy serves both. One byte more, since expat wants none
+    // for an empty text.
+    void* const buffer = parser_ == nullptr ? nullptr : XML_GetBuffer(parser_.get(), static_cast<int>(text.size()) + 1);
+    if (buffer == nullptr) {
         throw std::bad_alloc();
     }
+    std::memcpy(buffer, text.data(), text.size());
+    source_ = tree.source = {static_cast<const char*>(buffer), text.size()};
+    tree.sourceOwner = parser_;
     XML_SetReturnNSTriplet(parser_.get(), XML_TRUE);
     XML_SetUserData(parser_.get(), this);
     setHandlers();
@@ -132,7 +139,6 @@ Load::Load(Tree& tree)
 
 template <typename Work>
 void Load::guarded(Work&& work) noexcept {
-    hadEvent_ = true;
     if (failure_ || refused_) {
         return;  // expat may finish the event that it was stopped in
     }
@@ -194,17 +200,8 @@ void Load::refuse(std::size_t where, int code, const char* reason) noexcept {
 }
 
 bool Load::run() {
-    std::size_t at = 0;
-    std::size_t piece = smallestPiece;
-    XML_Status status = XML_STATUS_OK;
-    do {
-        const std::size_t size = std::min(piece, source_.size() - at);
-        hadEvent_ = false;
-        const bool isLast = at + size == source_.size();
-        status = XML_Parse(parser_.get(), source_.data() + at, static_cast<int>(size), isLast ? XML_TRUE : XML_FALSE);
-        at += size;
-        piece = hadEvent_ ? smallestPiece : 2 * piece;
-    } while (status == XML_STATUS_OK && at < source_.size());
+    // In one piece: after every piece but the last, expat counts the lines of what it has read.
+    const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(source_.size()), XML_TRUE);
     if (failure_) {
         std::rethrow_exception(failure_);
     }
@@ -262,10 +259,21 @@ std::string Load::openElement() {
 }
 
 const Name* Load::nameOf(const char* reported) {
-    const SplitName split = splitName(reported);
+    // Documents have few names and use them often.
+    const std::string_view whole = reported;
+    const auto character = [](char c) { return static_cast<unsigned char>(c); };
+    const Name*& known =
+        known_[(whole.size() + character(whole.front()) * 5U + character(whole.back()) * 11U) % known_.size()];
+    if (known != nullptr && known->local == whole) {
+        return known;
+    }
+    const SplitName split = splitName(whole);
     const Name* const name = tree_.name(split.prefix, split.local, split.uri);
     if (tree_.nameCount() > maximumNames) {
         refuse(offset(), ParseError::limitExceeded, "Too many different names");
+    }
+    if (name->uri.empty()) {
+        known = name;
     }
     return name;
 }
@@ -320,26 +328,36 @@ void Load::add(NodeData& node) {
     Tree::link(node, *open_, nullptr);
 }
 
-void Load::characters(std::string_view piece) {
+// Where a piece comes from. expat hands over text that is as it is written in place, line ends and what references stand for as
+// characters of its own.
+Load::Piece Load::pieceOf(std::string_view reported) const noexcept {
+    if (tree_.isInSource(reported)) {
+        return {reported, static_cast<std::size_t>(reported.data() - source_.data())};
+    }
     const std::size_t at = offset();
+    if (source_[at] == '&') {
+        return {reported, at, true};
+    }
+    return {source_[at] == reported.front() ? source_.substr(at, reported.size()) : reported, at};
+}
+
+void Load::characters(std::string_view reported) {
+    const Piece piece = pieceOf(reported);
     if (!inRun_) {
         inRun_ = true;
-        runOffset_ = inCData_ ? runOffset_ : at;
-        run_ = source_.substr(std::min(at, source_.size()), 0);
+        runOffset_ = inCData_ ? runOffset_ : piece.at;
+        run_ = source_.substr(piece.at, 0);
     }
-    const std::string_view written = source_.substr(std::min(at, source_.size()), piece.size());
-    const bool isReference = !written.empty() && written.front() == '&' && !inCData_;
-    const bool isAsWritten = written == piece && !isReference && written.data() == run_.data() + run_.size();
-    if (isAsWritten && !isCopied_) {
-        run_ = {run_.data(), run_.size() + piece.size()};
+    if (!isCopied_ && piece.text.data() == run_.data() + run_.size()) {
+        run_ = {run_.data(), run_.size() + piece.text.size()};
     } else {
         if (!isCopied_) {
             copied_ = run_;
             isCopied_ = true;
         }
-        copied_ += piece;
+        copied_ += piece.text;
     }
-    isMeant_ = isMeant_ || isReference || !std::all_of(piece.begin(), piece.end(), text::isXmlSpace);
+    isMeant_ = isMeant_ || piece.isReference || !std::all_of(reported.begin(), reported.end(), text::isXmlSpace);
 }
 
 // Text of white space alone was not meant unless it was written with references or as CDATA.
@@ -368,12 +386,11 @@ void Load::endCData() {
 }  // namespace
 
 bool parse(std::string_view text, Tree& tree) {
-    if (text.size() > INT_MAX) {
+    if (text.size() > maximumText) {
         tree.error = parseErrorAt(text.substr(0, 1), 0, ParseError::limitExceeded, "The text is too long");
         return false;
     }
-    tree.source = text;
-    return Load(tree).run();
+    return Load(tree, text).run();
 }
 
 }  // namespace vrn::xml

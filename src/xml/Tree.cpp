@@ -49,19 +49,15 @@ Leaf* Tree::newLeaf(NodeKind kind, std::string_view text, const Name* name) {
     return node;
 }
 
-const Name* Tree::name(std::string_view prefix, std::string_view local, std::string_view uri) {
-    if (uri.empty() && prefix.empty()) {
-        return name(local, {}, local, {});
-    }
-    // No name holds these control characters.
-    std::string key(uri);
-    key.append(1, '\1').append(prefix).append(1, '\1').append(local);
-    return name(key, prefix, local, uri);
+std::size_t Tree::HashName::operator()(const Name& name) const noexcept {
+    const std::hash<std::string_view> hash;
+    const std::size_t local = hash(name.local);
+    return name.prefix.empty() && name.uri.empty() ? local : 31 * (31 * local + hash(name.prefix)) + hash(name.uri);
 }
 
-const Name* Tree::name(std::string_view key, std::string_view prefix, std::string_view local, std::string_view uri) {
-    if (const auto known = names_.find(key); known != names_.end()) {
-        return known->second;
+const Name* Tree::name(std::string_view prefix, std::string_view local, std::string_view uri) {
+    if (const auto known = names_.find(Name{{}, prefix, local, uri}); known != names_.end()) {
+        return *known;
     }
     auto* const made = new (arena_.allocate(sizeof(Name), alignof(Name))) Name();
     if (prefix.empty()) {
@@ -72,7 +68,7 @@ const Name* Tree::name(std::string_view key, std::string_view prefix, std::strin
         made->local = made->qualified.substr(prefix.size() + 1);
     }
     made->uri = keep(uri);
-    names_.emplace(key.data() == local.data() ? made->local : keep(key), made);
+    names_.insert(made);
     return made;
 }
 
@@ -134,14 +130,8 @@ void Tree::copyFrom(const Tree& other) {
         return known;
     };
     source = other.source;
-    // A view on the other's source becomes one on this tree's: most texts need no copy of their own.
-    const auto kept = [&](std::string_view text) {
-        const bool isInSource = std::less_equal<>()(other.source.data(), text.data()) &&
-                                std::less<>()(text.data(), other.source.data() + other.source.size());
-        return isInSource ? std::string_view(source).substr(static_cast<std::size_t>(text.data() - other.source.data()),
-                                                            text.size())
-                          : keep(text);
-    };
+    sourceOwner = other.sourceOwner;
+    const auto kept = [&](std::string_view text) { return isInSource(text) ? text : keep(text); };
     Branch* parent = &document;
     const NodeData* node = other.document.first;
     while (node != nullptr) {

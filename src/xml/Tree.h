@@ -1,17 +1,19 @@
 // The tree that the handles of Dom.h refer to: nodes in an arena that goes with the document, names kept once each.
 //
-// Texts are views: on the text that was parsed, of which the tree keeps a copy, or on the arena. Nothing in the arena is freed
+// Texts are views: on the text that was parsed, which the tree keeps, or on the arena. Nothing in the arena is freed
 // before the tree is; what was taken out of the document or replaced stays where it is, so that a handle on it stays good.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -103,16 +105,22 @@ class Tree {
     Tree& operator=(const Tree&) = delete;
 
     Branch document;
-    std::string source;  ///< the text that was parsed; never changed while a node is there
+    std::string_view source;                  ///< the text that was parsed
+    std::shared_ptr<const void> sourceOwner;  ///< what holds that text; copies of the tree share it
     ParseError error;
     PlaceCounter places;
 
     [[nodiscard]] Branch* newBranch(NodeKind kind, const Name* name);
     [[nodiscard]] Leaf* newLeaf(NodeKind kind, std::string_view text, const Name* name = nullptr);
     [[nodiscard]] std::string_view keep(std::string_view text) { return arena_.copy(text); }
+    /// Whether this is a view on the source, which needs no copy.
+    [[nodiscard]] bool isInSource(std::string_view text) const noexcept {
+        return std::less_equal<>()(source.data(), text.data()) &&
+               std::less<>()(text.data(), source.data() + source.size());
+    }
 
     /// The name in no namespace.
-    [[nodiscard]] const Name* plainName(std::string_view name) { return this->name(name, {}, name, {}); }
+    [[nodiscard]] const Name* plainName(std::string_view name) { return this->name({}, name, {}); }
     /// The name with prefix (may be empty), local part and namespace.
     [[nodiscard]] const Name* name(std::string_view prefix, std::string_view local, std::string_view uri);
     [[nodiscard]] std::size_t nameCount() const noexcept { return names_.size(); }
@@ -131,12 +139,25 @@ class Tree {
   private:
     friend class TreePointer;
 
-    [[nodiscard]] const Name* name(std::string_view key, std::string_view prefix, std::string_view local,
-                                   std::string_view uri);
+    struct HashName {
+        using is_transparent = void;
+        std::size_t operator()(const Name& name) const noexcept;
+        std::size_t operator()(const Name* name) const noexcept { return (*this)(*name); }
+    };
+    struct SameName {
+        using is_transparent = void;
+        static const Name& of(const Name& name) noexcept { return name; }
+        static const Name& of(const Name* name) noexcept { return *name; }
+        template <typename One, typename Other>
+        bool operator()(const One& one, const Other& other) const noexcept {
+            return of(one).local == of(other).local && of(one).prefix == of(other).prefix &&
+                   of(one).uri == of(other).uri;
+        }
+    };
     void copyAttributes(const Branch& from, Branch& to, std::unordered_map<const Name*, const Name*>& names);
 
     Arena arena_;
-    std::unordered_map<std::string_view, const Name*> names_;  ///< by qualified name, and namespace where there is one
+    std::unordered_set<const Name*, HashName, SameName> names_;
     std::size_t references_ = 0;
 };
 
