@@ -97,7 +97,7 @@ MacroIndex::MacroIndex(const xml::Document& macros) : firstNameless_(never) {
         const bool isFirst = byName_.try_emplace(*names_.back(), i).second;
         namesArePlain_ = namesArePlain_ && isFirst && isPlainName(*names_.back());
         if (namesArePlain_) {
-            nameLengths_.set(names_.back()->size());
+            nameShapes_.add(*names_.back());
         }
         if (auto value = nameNode.stringValue(); !isFirst || value != *names_.back()) {
             byStringValue_.try_emplace(std::move(value), i);

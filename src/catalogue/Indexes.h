@@ -2,6 +2,7 @@
 // start would give, failures at malformed entries included.
 #pragma once
 
+#include <array>
 #include <bitset>
 #include <cstddef>
 #include <functional>
@@ -18,8 +19,24 @@ namespace vrn::catalogue {
 /// A name that list texts hold as it stands, and short enough to be looked for piece by piece: the pieces of a text grow with the
 /// square of its length.
 inline constexpr std::size_t longestPlainName = 128;
-using NameLengths = std::bitset<longestPlainName + 1>;
 [[nodiscard]] bool isPlainName(std::string_view name) noexcept;
+
+/// Lengths and first characters of plain names: most pieces of a text are none of them by these alone.
+class NameShapes {
+  public:
+    void add(std::string_view plainName) {
+        firstOfLength_.at(plainName.size()).set(static_cast<unsigned char>(plainName.front()));
+    }
+    /// Whether there is a name of this length at all.
+    [[nodiscard]] bool have(std::size_t length) const { return firstOfLength_.at(length).any(); }
+    /// `piece` is not empty and no longer than a plain name.
+    [[nodiscard]] bool mayHave(std::string_view piece) const {
+        return firstOfLength_[piece.size()][static_cast<unsigned char>(piece.front())];
+    }
+
+  private:
+    std::array<std::bitset<256>, longestPlainName + 1> firstOfLength_;
+};
 
 /// The macros of the catalogue by name.
 class MacroIndex {
@@ -38,8 +55,8 @@ class MacroIndex {
     [[nodiscard]] std::optional<std::size_t> position(std::string_view name) const;
     /// Whether every macro has a plain name, no two the same.
     [[nodiscard]] bool namesArePlain() const noexcept { return namesArePlain_; }
-    /// Which lengths plain names have: pieces of other lengths are none.
-    [[nodiscard]] const NameLengths& nameLengths() const noexcept { return nameLengths_; }
+    /// Of the plain names.
+    [[nodiscard]] const NameShapes& nameShapes() const noexcept { return nameShapes_; }
 
   private:
     struct TextHash {
@@ -51,7 +68,7 @@ class MacroIndex {
     std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> byName_;
     std::unordered_map<std::string, std::size_t> byStringValue_;  ///< names that trimming changes or that come again
     std::size_t firstNameless_;
-    NameLengths nameLengths_;
+    NameShapes nameShapes_;
     bool namesArePlain_ = true;
 };
 

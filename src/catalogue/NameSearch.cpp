@@ -13,12 +13,14 @@ namespace vrn::catalogue {
 
 namespace {
 
-// Calls `meet` with every piece of the text that has one of these lengths.
+// Calls `meet` with every piece of the text that may be one of these names.
 template <typename Meet>
-void forEachPiece(std::string_view text, const NameLengths& wanted, Meet&& meet) {
+void forEachPiece(std::string_view text, const NameShapes& wanted, Meet&& meet) {
     for (std::size_t length = 1; length <= std::min(longestPlainName, text.size()); ++length) {
-        for (std::size_t begin = 0; wanted[length] && begin + length <= text.size(); ++begin) {
-            meet(text.substr(begin, length));
+        for (std::size_t begin = 0; wanted.have(length) && begin + length <= text.size(); ++begin) {
+            if (const auto piece = text.substr(begin, length); wanted.mayHave(piece)) {
+                meet(piece);
+            }
         }
     }
 }
@@ -49,7 +51,7 @@ std::vector<std::size_t> walk(std::string remaining, const MacroIndex& macros) {
 std::vector<std::size_t> selectPiecewise(std::vector<std::string> items, const MacroIndex& macros) {
     std::map<std::size_t, std::vector<std::size_t>> waiting;  // items by the position of the macro whose name they hold
     const auto look = [&](std::size_t item, std::size_t from) {
-        forEachPiece(items[item], macros.nameLengths(), [&](std::string_view piece) {
+        forEachPiece(items[item], macros.nameShapes(), [&](std::string_view piece) {
             if (const auto position = macros.position(piece); position && *position >= from) {
                 waiting[*position].push_back(item);
             }
@@ -92,10 +94,10 @@ std::vector<std::size_t> macrosNamedIn(const std::string& names, const MacroInde
 
 std::string withoutContainedNames(const std::vector<std::string>& names) {
     const std::unordered_set<std::string_view> known(names.begin(), names.end());
-    NameLengths lengths;
+    NameShapes shapes;
     for (const auto& name : names) {
         if (isPlainName(name)) {
-            lengths.set(name.size());
+            shapes.add(name);
         }
     }
     std::unordered_set<std::string_view> contained;
@@ -106,7 +108,7 @@ std::string withoutContainedNames(const std::vector<std::string>& names) {
             continue;
         }
         list += (list.empty() ? "" : ";") + name;
-        forEachPiece(name, lengths, [&](std::string_view piece) {
+        forEachPiece(name, shapes, [&](std::string_view piece) {
             if (const auto found = known.find(piece); found != known.end()) {
                 contained.insert(*found);
             }

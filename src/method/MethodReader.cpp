@@ -20,7 +20,7 @@ void selectSyringe(EditorState& state) {
 }
 
 // Reads one step; false when its cycle is not in the catalogue.
-bool readStep(EditorState& state, const std::string& text) {
+bool readStep(EditorState& state, std::string text) {
     auto entry = stepOf(text);
     if (state.cboSelectedMacro.indexOf(entry.MacroName) == controls::noSelection) {
         messageBox(state, "Cycle " + entry.MacroName + " does not exist.", errors::styleError);
@@ -31,14 +31,14 @@ bool readStep(EditorState& state, const std::string& text) {
     state.lstMethodMacroList.addItem(text::twoDigits(index + 1) + " " + entry.MacroName);
     state.arrMethodMacros.resize(index + 1);
     state.arrMethodMacros[index] = std::move(entry);
-    state.colMethodMacroValues.push_back(text);
+    state.colMethodMacroValues.push_back(std::move(text));
     return true;
 }
 
 void readSequence(EditorState& state) {
     ResetSequence(state);
-    for (const auto& text : stepTexts(state.domMethod)) {
-        if (!readStep(state, text)) {
+    for (auto& text : stepTexts(state.domMethod)) {
+        if (!readStep(state, std::move(text))) {
             return;
         }
     }

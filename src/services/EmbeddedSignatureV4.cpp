@@ -59,11 +59,15 @@ Sha256 digestToSign(const xml::Document& document) {
     return content.digest;
 }
 
-/// A complete signature for the digest, its nodes made by `document` but standing nowhere.
-NewSignature makeSignature(const xml::Document& document, const Sha256& digest, std::string_view key) {
-    NewSignature made = createSignature(document, digest);
-    made.signatureValue.setText(base64(hmacSha256(key, xml::exclusiveCanonicalForm(made.signedInfo))));
-    return made;
+/// What is signed for this digest: the canonical form of `SignedInfo`, in which nothing else changes.
+std::string signedInfoFor(const Sha256& digest) {
+    static const std::string form = xml::exclusiveCanonicalForm(createSignature(xml::Document(), Sha256{}).signedInfo);
+    static const std::size_t place = form.find(base64(Sha256{}));
+    return std::string(form).replace(place, base64Length, base64(digest));
+}
+
+std::string signatureValueFor(const Sha256& digest, std::string_view key) {
+    return base64(hmacSha256(key, signedInfoFor(digest)));
 }
 
 std::string makeKey(SignatureV4& component) {
@@ -77,7 +81,9 @@ std::string makeKey(SignatureV4& component) {
 
 void EmbeddedSignatureV4::sign(xml::Document& document, std::string_view key, std::string_view xpath) {
     const xml::Node root = selectRoot(document, xpath);
-    const NewSignature made = makeSignature(document, digestToSign(document), key);
+    const Sha256 digest = digestToSign(document);
+    const NewSignature made = createSignature(document, digest);
+    made.signatureValue.setText(signatureValueFor(digest, key));
     for (const xml::Node& old : signatureChildren(root)) {
         root.removeChild(old);
     }
@@ -87,8 +93,7 @@ void EmbeddedSignatureV4::sign(xml::Document& document, std::string_view key, st
 std::string EmbeddedSignatureV4::signatureValue(const xml::Document& document, std::string_view key,
                                                 std::string_view xpath) {
     (void)selectRoot(document, xpath);
-    const xml::Document scratch;  // nodes made by `document` would live as long as it does
-    return makeSignature(scratch, digestToSign(document), key).signatureValue.text();
+    return signatureValueFor(digestToSign(document), key);
 }
 
 bool EmbeddedSignatureV4::verify(const xml::Document& document, std::string_view key, std::string_view xpath) {

@@ -105,7 +105,8 @@ bool VRN_MethodEditor::MethodIsChanged() {
     // The build takes what the user has entered and sets the flag for it. Where no document comes of it, that is the answer:
     // a host that asks before it closes must not lose an entry that could not be stored.
     if (const auto built = method::BuildMethod(*state_)) {
-        state_->IsChanged = !text::equalInAnsi(state_->domMethodBaseline.xml(), built->xml());
+        const auto& baseline = state_->domMethodBaseline;
+        state_->IsChanged = !baseline.equals(*built) && !text::equalInAnsi(baseline.xml(), built->xml());
     }
     return state_->IsChanged;
 }

@@ -206,6 +206,8 @@ class Document {
     [[nodiscard]] Node createProcessingInstruction(std::string_view target, std::string_view data) const;
     [[nodiscard]] Node createDocumentFragment() const;
 
+    /// Whether both hold the same nodes: their `xml()` is the same text then.
+    [[nodiscard]] bool equals(const Document& other) const noexcept;
     /// Whether both handles share one document: neither was loaded since one was copied from the other.
     [[nodiscard]] bool sameAs(const Document& other) const noexcept { return tree_ == other.tree_; }
 

@@ -54,15 +54,6 @@ bool isReservedTarget(std::string_view target) noexcept {
     return target.size() == 3 && (target[0] | 0x20) == 'x' && (target[1] | 0x20) == 'm' && (target[2] | 0x20) == 'l';
 }
 
-std::string withLineFeeds(std::string_view text) {
-    std::string out(text);
-    if (out.find('\r') != std::string::npos) {
-        text::replaceAll(out, "\r\n", "\n");
-        std::replace(out.begin(), out.end(), '\r', '\n');
-    }
-    return out;
-}
-
 }  // namespace
 
 bool isPlainName(std::string_view name) noexcept {
@@ -91,6 +82,15 @@ void requireNamespaceUri(std::string_view uri) {
 }
 
 void requireText(std::string_view text) { require(text::isXmlText(text)); }
+
+std::string withLineFeeds(std::string_view text) {
+    std::string out(text);
+    if (out.find('\r') != std::string::npos) {
+        text::replaceAll(out, "\r\n", "\n");
+        std::replace(out.begin(), out.end(), '\r', '\n');
+    }
+    return out;
+}
 
 std::string instructionContent(std::string_view data) {
     requireText(data);

@@ -25,5 +25,7 @@ void requireText(std::string_view text);
 [[nodiscard]] std::string instructionContent(std::string_view data);
 [[nodiscard]] std::string commentContent(std::string_view text);
 [[nodiscard]] std::string cdataContent(std::string_view text);
+/// The text with every line end, CR LF or CR, as LF.
+[[nodiscard]] std::string withLineFeeds(std::string_view text);
 
 }  // namespace vrn::xml

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "text/Unicode.h"
+#include "xml/Names.h"
 #include "xml/Place.h"
 
 namespace vrn::xml {
@@ -73,6 +74,7 @@ class Load {
     };
     [[nodiscard]] Piece pieceOf(std::string_view reported) const noexcept;
     void characters(std::string_view reported);
+    void beginText(std::size_t from, std::size_t to);
     void startCData();
     void endCData();
     void declaration();
@@ -105,7 +107,8 @@ class Load {
     };
     std::vector<Declaration> declarations_;
 
-    // The run of character data that is being read: a view on the source, or a copy once it is not what stands there.
+    // The run of character data that is being read: a view on the source, or a copy once it is not what stands there. Empty as
+    // long as it looks like layout.
     std::string_view run_;
     std::string copied_;
     std::size_t runOffset_ = 0;
@@ -346,7 +349,12 @@ void Load::characters(std::string_view reported) {
     if (!inRun_) {
         inRun_ = true;
         runOffset_ = inCData_ ? runOffset_ : piece.at;
-        run_ = source_.substr(piece.at, 0);
+    }
+    if (!isMeant_) {
+        if (!piece.isReference && !inCData_ && std::all_of(reported.begin(), reported.end(), text::isXmlSpace)) {
+            return;  // layout, if nothing else follows
+        }
+        beginText(inCData_ ? piece.at : runOffset_, piece.at);
     }
     if (!isCopied_ && piece.text.data() == run_.data() + run_.size()) {
         run_ = {run_.data(), run_.size() + piece.text.size()};
@@ -357,18 +365,27 @@ void Load::characters(std::string_view reported) {
         }
         copied_ += piece.text;
     }
-    isMeant_ = isMeant_ || piece.isReference || !std::all_of(reported.begin(), reported.end(), text::isXmlSpace);
+}
+
+// The run is a text: what had looked like layout in front of it belongs to it, with its line ends as they are read.
+void Load::beginText(std::size_t from, std::size_t to) {
+    isMeant_ = true;
+    run_ = source_.substr(from, to - from);
+    if (run_.find('\r') != std::string_view::npos) {
+        copied_ = withLineFeeds(run_);
+        isCopied_ = true;
+    }
 }
 
 // Text of white space alone was not meant unless it was written with references or as CDATA.
 void Load::closeText() {
-    if ((inRun_ && isMeant_) || inCData_) {
+    if (isMeant_ || inCData_) {
         const std::string_view text = isCopied_ ? tree_.keep(copied_) : run_;
         Leaf* const leaf = tree_.newLeaf(inCData_ ? NodeKind::CData : NodeKind::Text, text);
         leaf->offset = static_cast<std::uint32_t>(runOffset_);
         Tree::link(*leaf, *open_, nullptr);
+        run_ = {};
     }
-    run_ = {};
     inRun_ = isCopied_ = isMeant_ = false;
 }
 

@@ -160,4 +160,62 @@ void Tree::copyFrom(const Tree& other) {
     }
 }
 
+namespace {
+
+bool sameName(const Name* a, const Name* b) noexcept {
+    return a == nullptr || b == nullptr ? a == b : a->qualified == b->qualified && a->uri == b->uri;
+}
+
+bool sameAttributes(const Attribute* a, const Attribute* b) noexcept {
+    while (a != nullptr && b != nullptr && sameName(a->name, b->name) && a->value == b->value) {
+        a = a->next;
+        b = b->next;
+    }
+    return a == b;  // both at their end
+}
+
+// Apart from what is below them.
+bool sameNode(const NodeData& a, const NodeData& b) noexcept {
+    if (a.kind != b.kind) {
+        return false;
+    }
+    if (isBranch(a)) {
+        const auto& one = static_cast<const Branch&>(a);
+        const auto& other = static_cast<const Branch&>(b);
+        return sameName(one.name, other.name) && sameAttributes(one.attributes, other.attributes);
+    }
+    const auto& one = static_cast<const Leaf&>(a);
+    const auto& other = static_cast<const Leaf&>(b);
+    return sameName(one.name, other.name) && one.text == other.text;
+}
+
+}  // namespace
+
+bool Tree::equals(const Tree& other) const noexcept {
+    const NodeData* a = &document;
+    const NodeData* b = &other.document;
+    for (;;) {
+        if (!sameNode(*a, *b) || (firstChildOf(a) == nullptr) != (firstChildOf(b) == nullptr)) {
+            return false;
+        }
+        if (const NodeData* const child = firstChildOf(a)) {
+            a = child;
+            b = firstChildOf(b);
+            continue;
+        }
+        while (a->next == nullptr && b->next == nullptr) {
+            a = a->parent;
+            b = b->parent;
+            if (a == nullptr) {
+                return true;
+            }
+        }
+        a = a->next;
+        b = b->next;
+        if (a == nullptr || b == nullptr) {
+            return false;
+        }
+    }
+}
+
 }  // namespace vrn::xml

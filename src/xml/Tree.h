@@ -133,6 +133,8 @@ class Tree {
     /// Puts a node that stands nowhere under `parent`, before `reference` or last.
     static void link(NodeData& node, Branch& parent, NodeData* reference) noexcept;
     static void unlink(NodeData& node) noexcept;
+    /// Whether the other's document holds the same nodes as this one's.
+    [[nodiscard]] bool equals(const Tree& other) const noexcept;
     /// A copy of all below the other's document under this tree's document.
     void copyFrom(const Tree& other);
 

@@ -164,6 +164,30 @@ TEST(DomDocument, IsAHandle) {
     EXPECT_EQ(old.name(), "a");
 }
 
+TEST(DomDocument, EqualsWhatHoldsTheSameNodes) {
+    const std::string_view text = "<?xml version='1.0'?><a x='1' y='2'><b>t</b><!--c--><b xmlns='n'/></a>";
+    Document document;
+    document.loadXML(text);
+    Document same;
+    same.load(document);
+    EXPECT_TRUE(document.equals(same));
+    EXPECT_TRUE(Document().equals(Document()));
+    for (const auto* const other :
+         {"<?xml version='1.0'?><a x='1' y='2'><b>t</b><!--c--></a>",
+          "<?xml version='1.0'?><a x='1' y='2'><b>t</b><!--c--><b xmlns='n'/><b/></a>",
+          "<?xml version='1.0'?><a x='1' y='2'><b>t<d/></b><!--c--><b xmlns='n'/></a>",
+          "<?xml version='1.0'?><a x='1' y='2'><b><![CDATA[t]]></b><!--c--><b xmlns='n'/></a>",
+          "<?xml version='1.0'?><a y='2' x='1'><b>t</b><!--c--><b xmlns='n'/></a>",
+          "<?xml version='1.0'?><a x='1'><b>t</b><!--c--><b xmlns='n'/></a>",
+          "<?xml version='1.0'?><a x='1' y='2'><b>t</b><!--c--><b/></a>",
+          "<a x='1' y='2'><b>t</b><!--c--><b xmlns='n'/></a>"}) {
+        Document different;
+        ASSERT_TRUE(different.loadXML(other)) << other;
+        EXPECT_FALSE(document.equals(different)) << other;
+        EXPECT_FALSE(different.equals(document)) << other;
+    }
+}
+
 TEST(DomDocument, StartsEmpty) {
     const Document document;
     EXPECT_FALSE(document.hasChildNodes());
