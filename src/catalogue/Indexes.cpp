@@ -151,15 +151,19 @@ ObjectListIndex::ObjectListIndex(const xml::Document& objectList) : firstTypeles
     }
 }
 
-std::string ObjectListIndex::namesOfType(const std::string& type) const {
+SharedText ObjectListIndex::namesOfType(const std::string& type) const {
+    static const auto noNames = std::make_shared<const std::string>();
     if (firstTypeless_ != never) {
         errors::throwObjectNotSet();
     }
-    std::string list;
     const auto found = byType_.find(type);
     if (found == byType_.end()) {
-        return list;
+        return noNames;
     }
+    if (const auto made = names_.find(type); made != names_.end()) {
+        return made->second;
+    }
+    std::string list;
     bool first = true;
     for (const auto i : found->second) {
         if (!objects_[i].name) {
@@ -171,7 +175,7 @@ std::string ObjectListIndex::namesOfType(const std::string& type) const {
         list += *objects_[i].name;
         first = false;
     }
-    return list;
+    return names_.emplace(type, std::make_shared<const std::string>(std::move(list))).first->second;
 }
 
 std::string ObjectListIndex::propertyOf(const std::string& type, const std::string& name,

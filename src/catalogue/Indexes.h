@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "catalogue/SharedLists.h"
 #include "xml/Dom.h"
 
 namespace vrn::catalogue {
@@ -62,8 +63,8 @@ class ObjectListIndex {
 
     /// Whether the document has a list of objects at all.
     [[nodiscard]] bool hasObjects() const noexcept { return hasObjects_; }
-    /// The names of a type's objects as a list text, in document order.
-    [[nodiscard]] std::string namesOfType(const std::string& type) const;
+    /// The names of a type's objects as a list text, in document order; shared by all who ask.
+    [[nodiscard]] SharedText namesOfType(const std::string& type) const;
     /// See `ObjectPropertyValue`.
     [[nodiscard]] std::string propertyOf(const std::string& type, const std::string& name,
                                          std::string_view property) const;
@@ -84,6 +85,7 @@ class ObjectListIndex {
     std::size_t firstTypeless_;    ///< position of the first object without type
     std::size_t firstIncomplete_;  ///< position of the first object without type or name
     bool hasObjects_ = false;
+    mutable std::unordered_map<std::string, SharedText> names_;  ///< made on first use
 };
 
 /// The categories of user-defined names: of the configuration, or of a method's own copy.
