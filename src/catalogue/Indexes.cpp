@@ -270,13 +270,22 @@ const std::vector<std::string>& ArgumentsIndex::namesOfKey(const std::string& ke
     return entry->second;
 }
 
-const std::string& ArgumentsIndex::lastTextOfKey(const std::string& key) const {
+bool ArgumentsIndex::lastTextContains(const std::string& key, const std::string& part) const {
+    constexpr std::size_t mostAnswers = 1024;
     const auto& elements = ofKey(key);
-    auto [entry, isNew] = lastTexts_.try_emplace(key);
-    if (isNew && !elements.empty()) {
-        entry->second = text::replacedAll(elements.back().text(), key, "");
+    auto last = lastTexts_.find(key);
+    if (last == lastTexts_.end()) {
+        auto whole = elements.empty() ? std::string() : text::replacedAll(elements.back().text(), key, "");
+        last = lastTexts_.emplace(key, LastText{std::move(whole), {}}).first;
     }
-    return entry->second;
+    auto& [whole, answers] = last->second;
+    if (const auto known = answers.find(part); known != answers.end()) {
+        return known->second;
+    }
+    if (answers.size() == mostAnswers) {
+        answers.clear();
+    }
+    return answers.emplace(part, text::contains(whole, part)).first->second;
 }
 
 }  // namespace vrn::catalogue

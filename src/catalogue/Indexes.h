@@ -101,16 +101,20 @@ class ArgumentsIndex {
 
     /// The texts of a category's children that are neither empty nor the key.
     [[nodiscard]] const std::vector<std::string>& namesOfKey(const std::string& key) const;
-    /// The text of the last element of the category with the key taken out; empty when there is none.
-    [[nodiscard]] const std::string& lastTextOfKey(const std::string& key) const;
+    /// Whether the text of the last element of the category, with the key taken out, contains this one.
+    [[nodiscard]] bool lastTextContains(const std::string& key, const std::string& part) const;
 
   private:
+    struct LastText {
+        std::string whole;
+        std::unordered_map<std::string, bool> answers;  ///< the same few values are asked for whenever they are shown
+    };
     std::vector<xml::Node> objects_;
     std::unordered_map<std::string, std::vector<xml::Node>> byKey_;
     bool keyMissing_ = false;
     // Made on first use: few of a large configuration's categories are asked for.
     mutable std::unordered_map<std::string, std::vector<std::string>> names_;
-    mutable std::unordered_map<std::string, std::string> lastTexts_;
+    mutable std::unordered_map<std::string, LastText> lastTexts_;
     mutable std::optional<std::unordered_map<std::string, std::string>> keyByName_;
 };
 
