@@ -29,7 +29,7 @@ bool ControlUserDef_Obj(method::EditorState& state, const std::string& name, con
             return false;
         }
         const auto key = categoryKey(name);
-        if (text::contains(state.xmlValues->configuration(state.domConfig).lastTextOfKey(key), value)) {
+        if (state.xmlValues->configuration(state.domConfig).lastTextContains(key, value)) {
             return true;
         }
         const auto own = state.services.instrument->ObjectNames(key);

@@ -12,13 +12,7 @@ namespace vrn::catalogue {
 namespace {
 
 constexpr std::string_view freeText = "FREE TEXT";
-
-// One list behind another; an empty list adds nothing, an empty front list leaves its separator.
-void appendList(std::string& list, const std::string& more) {
-    if (!more.empty()) {
-        list += ";" + more;
-    }
-}
+constexpr std::string_view retrieving = "vrnMethodEditor.CxmlValuesHandler.RetrieveValues ";
 
 bool addsNothing(const std::string& list, std::string_view item) { return text::contains(list, item); }
 
@@ -77,34 +71,52 @@ void CxmlValuesHandler::forget() {
     baseline_ = {};
     objectList_ = {};
     configuration_ = {};
+    userDefined_.forget();
+    choices_.forget();
 }
 
 std::string CxmlValuesHandler::RetrieveValues(std::int16_t kind, const xml::Document& objectList,
                                               const xml::Document& configuration, const std::string& key) {
-    return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.RetrieveValues ", [&]() -> std::string {
-        objectList_ = objectList;
-        configuration_ = configuration;
-        if (key.empty()) {
-            return {};
-        }
-        if (kind == 1) {
-            return objectsOfType(key);
-        }
-        return kind == 2 ? atomText(objectList, key) : std::string();
+    return errors::rethrowing(retrieving, [&] {
+        const auto names = retrieve(objectList, configuration, kind == 1 ? key : std::string());
+        return kind == 2 && !key.empty() ? atomText(objectList, key) : names.text();
     });
 }
 
-std::string CxmlValuesHandler::objectsOfType(const std::string& type) {
+std::shared_ptr<const controls::Choices> CxmlValuesHandler::objectChoices(const xml::Document& objectList,
+                                                                          const xml::Document& configuration,
+                                                                          std::span<const std::string> types) {
+    return errors::rethrowing(retrieving, [&] {
+        std::string key;
+        std::vector<TypeNames> names;
+        names.reserve(types.size());
+        for (const auto& type : types) {
+            names.push_back(retrieve(objectList, configuration, type));
+            key += type;
+            key.push_back(';');
+        }
+        return choices_.of(key, std::move(names), itemsOf);
+    });
+}
+
+TypeNames CxmlValuesHandler::retrieve(const xml::Document& objectList, const xml::Document& configuration,
+                                      const std::string& type) {
+    objectList_ = objectList;
+    configuration_ = configuration;
+    TypeNames names;
+    if (type.empty()) {
+        return names;
+    }
     const auto& index = objects(objectList_);
     if (!index.hasObjects()) {
-        return {};
+        return names;
     }
-    auto list = index.namesOfType(type);
-    appendList(list, SLObject(type));
+    names.objects = index.namesOfType(type);
+    names.userDefined = userDefined(type);
     if (type != "SYRINGE") {
-        appendList(list, SLObject(std::string(freeText)));
+        names.freeText = userDefined(std::string(freeText));
     }
-    return list;
+    return names;
 }
 
 std::string CxmlValuesHandler::atomText(const xml::Document& objectList, const std::string& atom) {
@@ -124,29 +136,39 @@ std::string CxmlValuesHandler::atomText(const xml::Document& objectList, const s
     return lines;
 }
 
-std::string CxmlValuesHandler::SLObject(const std::string& key) {
+std::string CxmlValuesHandler::SLObject(const std::string& key) { return *userDefined(key); }
+
+SharedText CxmlValuesHandler::userDefined(const std::string& key) {
     return errors::rethrowing("vrnMethodEditor.CxmlValuesHandler.SLObject ", [&] {
-        const auto own = services_->instrument->ObjectNames(key).value_or(std::vector<std::string>());
-        std::string list;
-        for (const auto& name : own) {
-            list += name + ";";
-        }
-        if (configuration_.hasChildNodes()) {
-            if (!configuration_.selectSingleNode("Config/Arguments")) {
-                errors::throwObjectNotSet();
-            }
-            const std::unordered_set<std::string_view> known(own.begin(), own.end());
-            for (const auto& name : configuration(configuration_).namesOfKey(key)) {
-                if (!known.contains(name)) {
-                    list += name + ";";
-                }
-            }
-        }
-        if (list.ends_with(';')) {
-            list.pop_back();
-        }
-        return list;
+        auto own = services_->instrument->ObjectNames(key).value_or(std::vector<std::string>());
+        // The service may have had another configuration loaded: the one that is meant now counts.
+        return userDefined_.of(key, {std::move(own), configuration_},
+                               [&](const UserDefined& parts) { return userDefinedText(key, parts); });
     });
+}
+
+std::string CxmlValuesHandler::userDefinedText(const std::string& key, const UserDefined& parts) {
+    std::string list;
+    for (const auto& name : parts.own) {
+        list += name;
+        list.push_back(';');
+    }
+    if (parts.configuration.hasChildNodes()) {
+        if (!parts.configuration.selectSingleNode("Config/Arguments")) {
+            errors::throwObjectNotSet();
+        }
+        const std::unordered_set<std::string_view> known(parts.own.begin(), parts.own.end());
+        for (const auto& name : configuration(parts.configuration).namesOfKey(key)) {
+            if (!known.contains(name)) {
+                list += name;
+                list.push_back(';');
+            }
+        }
+    }
+    if (list.ends_with(';')) {
+        list.pop_back();
+    }
+    return list;
 }
 
 std::string CxmlValuesHandler::unitOf(const ParameterDefinition& definition) const {

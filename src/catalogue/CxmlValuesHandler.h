@@ -2,12 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "catalogue/Indexes.h"
 #include "catalogue/ParameterDefinition.h"
+#include "catalogue/SharedLists.h"
+#include "controls/Choices.h"
 #include "services/Services.h"
 #include "xml/Dom.h"
 
@@ -26,6 +31,12 @@ class CxmlValuesHandler {
     /// as a list text. Kind 2: the parameter lines of the atom `key`, each followed by CR LF. Otherwise empty.
     [[nodiscard]] std::string RetrieveValues(std::int16_t kind, const xml::Document& objectList,
                                              const xml::Document& configuration, const std::string& key);
+
+    /// What `RetrieveValues` gives for each of these object types, each list once, as the entries of a drop-down list. Whoever asks
+    /// again shares the entries, as long as nothing has changed that they are made of.
+    [[nodiscard]] std::shared_ptr<const controls::Choices> objectChoices(const xml::Document& objectList,
+                                                                         const xml::Document& configuration,
+                                                                         std::span<const std::string> types);
 
     /// Units, then object types, of the parameters of the named macros, as a list text; the separator between the two is always
     /// there.
@@ -56,7 +67,19 @@ class CxmlValuesHandler {
     template <typename Index, typename Make>
     const Index& keep(Kept<Index>& kept, const xml::Document& document, Make&& make);
 
-    std::string objectsOfType(const std::string& type);
+    /// The names that the instrument service and the configuration have for a key: what they are made of.
+    struct UserDefined {
+        std::vector<std::string> own;
+        xml::Document configuration;
+        [[nodiscard]] bool operator==(const UserDefined& other) const {
+            return configuration.sameAs(other.configuration) && own == other.own;
+        }
+    };
+
+    /// Takes the documents as those that are meant from now on. No names for an empty type.
+    TypeNames retrieve(const xml::Document& objectList, const xml::Document& configuration, const std::string& type);
+    SharedText userDefined(const std::string& key);
+    std::string userDefinedText(const std::string& key, const UserDefined& parts);
     static std::string atomText(const xml::Document& objectList, const std::string& atom);
     /// The unit of a value parameter; "()" stands for the instrument's standard unit.
     [[nodiscard]] std::string unitOf(const ParameterDefinition& definition) const;
@@ -71,6 +94,8 @@ class CxmlValuesHandler {
     Kept<ObjectListIndex> objects_;
     Kept<ArgumentsIndex> arguments_;
     Kept<ArgumentsIndex> baseline_;
+    MadeOnce<UserDefined, std::string> userDefined_;
+    MadeOnce<std::vector<TypeNames>, controls::Choices> choices_;
 };
 
 }  // namespace vrn::catalogue

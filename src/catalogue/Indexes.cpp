@@ -151,15 +151,19 @@ ObjectListIndex::ObjectListIndex(const xml::Document& objectList) : firstTypeles
     }
 }
 
-std::string ObjectListIndex::namesOfType(const std::string& type) const {
+SharedText ObjectListIndex::namesOfType(const std::string& type) const {
+    static const auto noNames = std::make_shared<const std::string>();
     if (firstTypeless_ != never) {
         errors::throwObjectNotSet();
     }
-    std::string list;
     const auto found = byType_.find(type);
     if (found == byType_.end()) {
-        return list;
+        return noNames;
     }
+    if (const auto made = names_.find(type); made != names_.end()) {
+        return made->second;
+    }
+    std::string list;
     bool first = true;
     for (const auto i : found->second) {
         if (!objects_[i].name) {
@@ -171,7 +175,7 @@ std::string ObjectListIndex::namesOfType(const std::string& type) const {
         list += *objects_[i].name;
         first = false;
     }
-    return list;
+    return names_.emplace(type, std::make_shared<const std::string>(std::move(list))).first->second;
 }
 
 std::string ObjectListIndex::propertyOf(const std::string& type, const std::string& name,
@@ -266,13 +270,22 @@ const std::vector<std::string>& ArgumentsIndex::namesOfKey(const std::string& ke
     return entry->second;
 }
 
-const std::string& ArgumentsIndex::lastTextOfKey(const std::string& key) const {
+bool ArgumentsIndex::lastTextContains(const std::string& key, const std::string& part) const {
+    constexpr std::size_t mostAnswers = 1024;
     const auto& elements = ofKey(key);
-    auto [entry, isNew] = lastTexts_.try_emplace(key);
-    if (isNew && !elements.empty()) {
-        entry->second = text::replacedAll(elements.back().text(), key, "");
+    auto last = lastTexts_.find(key);
+    if (last == lastTexts_.end()) {
+        auto whole = elements.empty() ? std::string() : text::replacedAll(elements.back().text(), key, "");
+        last = lastTexts_.emplace(key, LastText{std::move(whole), {}}).first;
     }
-    return entry->second;
+    auto& [whole, answers] = last->second;
+    if (const auto known = answers.find(part); known != answers.end()) {
+        return known->second;
+    }
+    if (answers.size() == mostAnswers) {
+        answers.clear();
+    }
+    return answers.emplace(part, text::contains(whole, part)).first->second;
 }
 
 }  // namespace vrn::catalogue

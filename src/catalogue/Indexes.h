@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "catalogue/SharedLists.h"
 #include "xml/Dom.h"
 
 namespace vrn::catalogue {
@@ -79,8 +80,8 @@ class ObjectListIndex {
 
     /// Whether the document has a list of objects at all.
     [[nodiscard]] bool hasObjects() const noexcept { return hasObjects_; }
-    /// The names of a type's objects as a list text, in document order.
-    [[nodiscard]] std::string namesOfType(const std::string& type) const;
+    /// The names of a type's objects as a list text, in document order; shared by all who ask.
+    [[nodiscard]] SharedText namesOfType(const std::string& type) const;
     /// See `ObjectPropertyValue`.
     [[nodiscard]] std::string propertyOf(const std::string& type, const std::string& name,
                                          std::string_view property) const;
@@ -101,6 +102,7 @@ class ObjectListIndex {
     std::size_t firstTypeless_;    ///< position of the first object without type
     std::size_t firstIncomplete_;  ///< position of the first object without type or name
     bool hasObjects_ = false;
+    mutable std::unordered_map<std::string, SharedText> names_;  ///< made on first use
 };
 
 /// The categories of user-defined names: of the configuration, or of a method's own copy.
@@ -116,16 +118,20 @@ class ArgumentsIndex {
 
     /// The texts of a category's children that are neither empty nor the key.
     [[nodiscard]] const std::vector<std::string>& namesOfKey(const std::string& key) const;
-    /// The text of the last element of the category with the key taken out; empty when there is none.
-    [[nodiscard]] const std::string& lastTextOfKey(const std::string& key) const;
+    /// Whether the text of the last element of the category, with the key taken out, contains this one.
+    [[nodiscard]] bool lastTextContains(const std::string& key, const std::string& part) const;
 
   private:
+    struct LastText {
+        std::string whole;
+        std::unordered_map<std::string, bool> answers;  ///< the same few values are asked for whenever they are shown
+    };
     std::vector<xml::Node> objects_;
     std::unordered_map<std::string, std::vector<xml::Node>> byKey_;
     bool keyMissing_ = false;
     // Made on first use: few of a large configuration's categories are asked for.
     mutable std::unordered_map<std::string, std::vector<std::string>> names_;
-    mutable std::unordered_map<std::string, std::string> lastTexts_;
+    mutable std::unordered_map<std::string, LastText> lastTexts_;
     mutable std::optional<std::unordered_map<std::string, std::string>> keyByName_;
 };
 

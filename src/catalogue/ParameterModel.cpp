@@ -1,5 +1,7 @@
 #include "catalogue/ParameterModel.h"
 
+#include <span>
+
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterDefinition.h"
 #include "catalogue/ParameterGrid.h"
@@ -65,20 +67,6 @@ Parameter valueParameter(method::EditorState& state, const ParameterDefinition& 
     return parameter;
 }
 
-// A type's objects once each, as a list text without separators at its ends.
-std::string objectItems(method::EditorState& state, const ParameterDefinition& definition) {
-    std::string list;
-    for (std::size_t k = 1; k < definition.fields.size(); ++k) {
-        const auto objects =
-            state.xmlValues->RetrieveValues(1, state.domlatestKex, state.domConfig, definition.fields[k]);
-        if (!text::contains(list, objects)) {
-            list += ";" + objects;
-        }
-    }
-    const auto begin = list.find_first_not_of(';');
-    return begin == std::string::npos ? std::string() : list.substr(begin, list.find_last_not_of(';') - begin + 1);
-}
-
 // "TRAY;STACK" reads "TRAY Or STACK".
 std::string typesHint(std::string_view definition) {
     auto hint = text::replacedAll(std::string(definition.substr(definition.find(';') + 1)), ";", " Or ");
@@ -94,8 +82,10 @@ Parameter objectParameter(method::EditorState& state, const ParameterDefinition&
     parameter.model.field0 = definition.fields[0];
     parameter.model.text = typesHint(text);
     parameter.row.style = controls::EditStyle::DropDownList;
-    parameter.row.items = text::split(objectItems(state, definition), ";");
-    parameter.row.value = parameter.row.items.empty() ? std::string() : parameter.row.items.front();
+    parameter.row.choices =
+        state.xmlValues->objectChoices(state.domlatestKex, state.domConfig, std::span(definition.fields).subspan(1));
+    const auto& items = parameter.row.items();
+    parameter.row.value = items.empty() ? std::string() : items.front();
     return parameter;
 }
 

@@ -18,7 +18,7 @@ bool isAmong(const std::vector<std::string>& items, std::string_view value) {
 }
 
 bool isDefined(method::EditorState& state, const Parameter& parameter, const std::string& name) {
-    if (isAmong(parameter.row.items, name)) {
+    if (parameter.row.offers(name)) {
         return true;
     }
     const auto own = state.services.instrument->ObjectNames(categoryKey(parameter.model.field0));
@@ -62,7 +62,7 @@ ValueStatus valueStatus(method::EditorState& state, const Parameter& parameter, 
         return isDefinedReference(state, parameter, std::string(value)) ? ValueStatus::Valid : ValueStatus::UnknownName;
     }
     if (parameter.isObject) {
-        const bool known = isAmong(parameter.row.items, value) || isOfferedForAnyType(state, std::string(value));
+        const bool known = parameter.row.offers(value) || isOfferedForAnyType(state, std::string(value));
         return known ? ValueStatus::Valid : ValueStatus::NotInList;
     }
     if (isNumberInRange(state, parameter.model, value)) {
@@ -87,8 +87,8 @@ std::string statusText(const Parameter& parameter, ValueStatus status) {
         case ValueStatus::OutOfRange:
             return "is out of range: " + boundsText(parameter.model);
         case ValueStatus::NotInList:
-            return parameter.row.items.empty() ? "names nothing: the instrument has no " + parameter.model.text
-                                               : "is not among the instrument's objects: " + parameter.model.text;
+            return parameter.row.items().empty() ? "names nothing: the instrument has no " + parameter.model.text
+                                                 : "is not among the instrument's objects: " + parameter.model.text;
         case ValueStatus::UnknownName:
             return "is a user-defined name that is no longer defined";
         case ValueStatus::NotKnown:

@@ -1,10 +1,13 @@
 #include "controls/Grid.h"
 
-#include <algorithm>
-
 #include "text/Unicode.h"
 
 namespace vrn::controls {
+
+const std::vector<std::string>& GridRow::items() const {
+    static const std::vector<std::string> none;
+    return choices ? choices->items() : none;
+}
 
 void Grid::setHeader(std::string name, std::string value) {
     header_.name = std::move(name);
@@ -104,8 +107,7 @@ bool Grid::enterText(int row, std::string text) {
 
 bool Grid::takes(int row, const std::string& text) const {
     const GridRow* const cells = this->row(row);
-    return cells != nullptr && (cells->style == EditStyle::Text ||
-                                std::find(cells->items.begin(), cells->items.end(), text) != cells->items.end());
+    return cells != nullptr && (cells->style == EditStyle::Text || cells->offers(text));
 }
 
 UserRequest Grid::userEdit(int row, std::string_view text, bool commit) {

@@ -3,11 +3,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "controls/Choices.h"
 #include "controls/Control.h"
 
 namespace vrn::controls {
@@ -18,7 +20,12 @@ struct GridRow {
     std::string name;
     std::string value;
     EditStyle style = EditStyle::Text;
-    std::vector<std::string> items;  ///< of a drop-down list
+    std::shared_ptr<const Choices> choices;  ///< of a drop-down list; rows that offer the same share them
+
+    /// The entries of a drop-down list, none without one.
+    [[nodiscard]] const std::vector<std::string>& items() const;
+    /// Whether this text is one of them.
+    [[nodiscard]] bool offers(std::string_view text) const { return choices && choices->contains(text); }
 };
 
 /// A value that the user has entered and not yet left.

@@ -29,8 +29,10 @@ TEST_F(ConfigurationTest, AValueIsConfiguredWhenItIsPartOfTheNames) {
         {"Volume()", "Free", true},    {"Volume", "Free", true},
         {"Volume)UL(", "Free", true},  {"Volume", "Free9", true},  // the key is taken out of the names
     };
-    for (const auto& [name, value, configured] : cases) {
-        EXPECT_EQ(ControlUserDef_Obj(state(), name, value), configured) << name << " " << value;
+    for (const auto* const time : {"at first", "again"}) {
+        for (const auto& [name, value, configured] : cases) {
+            EXPECT_EQ(ControlUserDef_Obj(state(), name, value), configured) << name << " " << value << " " << time;
+        }
     }
     state().domConfig = xml::Document();
     EXPECT_FALSE(ControlUserDef_Obj(state(), "Volume(UL)", "Host"));

@@ -1,5 +1,5 @@
 // The catalogue parser on its own: lists of objects, atoms, user-defined names and units.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "errors/Error.h"
@@ -11,6 +11,7 @@ namespace vrn::catalogue {
 namespace {
 
 using namespace test;
+using ::testing::ElementsAre;
 
 class ListsTest : public ::testing::Test {
   protected:
@@ -123,6 +124,51 @@ TEST_F(ListsTest, ServiceNamesComeFirstAndAreNotRepeated) {
     EXPECT_EQ(handler.SLObject("tray"), "");
     retrieve(1, objectList(""), "", "");
     EXPECT_EQ(handler.SLObject("TRAY"), "Spare;a;Spare");
+}
+
+TEST_F(ListsTest, TheEntriesOfTypesAreSharedUntilSomethingChanges) {
+    const std::vector<std::string> types{"TRAY", "STACK"};
+    auto objects = parsed(objectList(object("TRAY", "T") + object("STACK", "S")));
+    auto config = parsed(configuration(category("FREE TEXT", {"Any"})));
+    const auto choices = [&] { return handler.objectChoices(objects, config, types); };
+    const auto first = choices();
+    EXPECT_THAT(first->items(), ElementsAre("T", "Any", "S", "Any"));
+    EXPECT_TRUE(first->contains("Any"));
+    EXPECT_FALSE(first->contains("any"));
+    EXPECT_EQ(choices(), first);
+    EXPECT_THAT(handler.objectChoices(objects, config, {types.begin(), 1})->items(), ElementsAre("T", "Any"));
+
+    // The service is asked each time.
+    instrument->names["STACK"] = {"Own"};
+    EXPECT_THAT(choices()->items(), ElementsAre("T", "Any", "S", "Own", "Any"));
+    instrument->names.clear();
+    config = parsed(configuration(category("TRAY", {"Mine"})));
+    EXPECT_THAT(choices()->items(), ElementsAre("T", "Mine", "S"));
+    objects = parsed(objectList(object("TRAY", "Other")));
+    EXPECT_THAT(choices()->items(), ElementsAre("Other", "Mine"));
+    handler.forget();
+    EXPECT_THAT(choices()->items(), ElementsAre("Other", "Mine"));
+    EXPECT_THAT(first->items(), ElementsAre("T", "Any", "S", "Any"));
+
+    config = parsed("<Config/>");
+    EXPECT_EQ(failureOf(choices), "91 vrnMethodEditor.CxmlValuesHandler.RetrieveValues " + link +
+                                      "vrnMethodEditor.CxmlValuesHandler.SLObject " + link + "vrnMethodEditor");
+}
+
+TEST_F(ListsTest, MoreTypesThanAreKept) {
+    std::string many;
+    std::vector<std::string> names;
+    for (int i = 0; i < 200; ++i) {
+        names.push_back("T_" + std::string(static_cast<std::size_t>(i), 'X'));
+        many += object(names.back(), std::to_string(i));
+    }
+    const auto objects = parsed(objectList(many));
+    const xml::Document none;
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            EXPECT_THAT(handler.objectChoices(objects, none, {&names[i], 1})->items(), ElementsAre(std::to_string(i)));
+        }
+    }
 }
 
 TEST_F(ListsTest, UnitsAndTypesOfTheNamedMacros) {

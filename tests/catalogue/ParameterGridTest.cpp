@@ -74,7 +74,7 @@ TEST_F(ParameterGridTest, ItemsOfObjectParameters) {
     state().domlatestKex = parsed(objectList(object("TRAY", "T1") + object("TRAY", "T2") + object("BIG", "T1;T2") +
                                              object("STACK", "") + object("STACK", "S")));
     show({"Vial;TRAY;STACK", "Part;BIG;TRAY", "Speed;5", "None;VALVE"});
-    const auto items = [&](int row) { return state().grdMacro.row(row)->items; };
+    const auto items = [&](int row) { return state().grdMacro.row(row)->items(); };
     EXPECT_EQ(items(1), (Texts{"T1", "T2", "", "S"}));
     EXPECT_EQ(items(2), (Texts{"T1", "T2"}));  // what the list holds already adds nothing
     EXPECT_EQ(items(4), Texts());
@@ -84,6 +84,9 @@ TEST_F(ParameterGridTest, ItemsOfObjectParameters) {
     EXPECT_TRUE(IsObjectPosition(state(), 4));
     EXPECT_FALSE(IsObjectPosition(state(), 3));
     EXPECT_EQ(GetCurrenMacroParams(state()), "T1,T1,5,");
+    const auto shared = state().grdMacro.row(1)->choices;
+    show({"Speed;5", "Vial;TRAY;STACK"});
+    EXPECT_EQ(state().grdMacro.row(2)->choices, shared);  // not made again for each row that is shown
     state().domConfig = parsed(configuration(category("FREE TEXT", {"Any"})));
     show({"None;VALVE"});
     EXPECT_EQ(items(1), Texts{"Any"});  // without the empty item that the list begins with

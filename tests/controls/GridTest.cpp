@@ -11,8 +11,9 @@ class GridTest : public ::testing::Test {
   protected:
     GridTest() {
         grid.setHeader("Parameter", "Value");
-        grid.addRow({"Volume", "5", EditStyle::Text, {}});
-        grid.addRow({"Tray", "Old", EditStyle::DropDownList, {"Tray1", "Tray2"}});
+        grid.addRow({"Volume", "5", EditStyle::Text, nullptr});
+        grid.addRow({"Tray", "Old", EditStyle::DropDownList,
+                     std::make_shared<const Choices>(std::vector<std::string>{"Tray1", "Tray2"})});
         grid.onValidate = [this] {
             asked.push_back(grid.pendingEdit()->text);
             return accepts;

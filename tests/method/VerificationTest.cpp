@@ -135,7 +135,7 @@ TEST_F(OwnServicesTest, InstrumentServiceNamesAndUnits) {
     instrument->names["WASH_STATION"] = {"Own"};
     loadSteps({"WASH(Full,Own,7)"});
     EXPECT_THAT(box->shown, IsEmpty());
-    EXPECT_THAT(state().grdMacro.row(2)->items, ElementsAre("W1", "W2", "Own", "SL.Station"));
+    EXPECT_THAT(state().grdMacro.row(2)->items(), ElementsAre("W1", "W2", "Own", "SL.Station"));
     EXPECT_THAT(instrument->asked, ::testing::Contains("UnitInfo UL"));
     EXPECT_THAT(builtTexts("MacroValues"), ElementsAre("WASH(Full,Own,7)"));
     EXPECT_EQ(state().strUnits, "UL;WASH_STATION");

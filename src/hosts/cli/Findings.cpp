@@ -185,9 +185,9 @@ class Collector {
                 break;
             case ValueStatus::NotInList:
                 code = "value-not-in-list";
-                fix = parameter.row.items.empty()
+                fix = parameter.row.items().empty()
                           ? std::string("use a cycle that this instrument can run: ") + replaceOrDelete
-                          : "set another with vrnmethod edit, one of: " + shortened(parameter.row.items);
+                          : "set another with vrnmethod edit, one of: " + shortened(parameter.row.items());
                 break;
             case ValueStatus::UnknownName:
                 code = "name-unknown";

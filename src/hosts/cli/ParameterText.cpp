@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t fewItems = 6;
 
 std::string listText(const catalogue::Parameter& parameter, bool full) {
-    const auto& items = parameter.row.items;
+    const auto& items = parameter.row.items();
     if (items.empty()) {
         return "no " + parameter.model.text + " on this instrument";
     }
@@ -55,7 +55,7 @@ void addLimits(Json& json, const catalogue::Parameter& parameter) {
     }
     if (parameter.isObject) {
         json["types"] = text::split(parameter.model.text, " Or ");
-        json["list"] = parameter.row.items;
+        json["list"] = parameter.row.items();
         return;
     }
     const auto add = [&json](const char* key, const std::optional<float>& number) {

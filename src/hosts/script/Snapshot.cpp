@@ -20,7 +20,7 @@ Json gridJson(const method::EditorState& state) {
              {"value", cells->value},
              {"object", catalogue::IsObjectPosition(state, row)},
              {"hint", index < state.arrMacroParams.size() ? state.arrMacroParams[index].text : std::string()},
-             {"items", cells->items}});
+             {"items", cells->items()}});
     }
     return {{"enabled", state.grdMacro.enabled()}, {"rows", std::move(rows)}};
 }

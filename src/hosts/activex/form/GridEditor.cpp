@@ -180,7 +180,7 @@ void GridEditor::open(int row, const RECT& place) {
 
 // A value that is none of the items stands before them, so that the list shows what the cell holds.
 void GridEditor::fillList(const controls::GridRow& cells) {
-    items_ = cells.items;
+    items_ = cells.items();
     auto found = std::find(items_.begin(), items_.end(), cells.value);
     if (found == items_.end()) {
         found = items_.insert(items_.begin(), cells.value);
