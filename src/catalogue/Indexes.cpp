@@ -14,14 +14,23 @@ namespace {
 
 constexpr auto never = std::numeric_limits<std::size_t>::max();
 
-std::optional<std::string> textOf(const xml::Node& node) { return node ? std::optional(node.text()) : std::nullopt; }
+std::optional<std::string_view> textOf(const xml::Node& node) {
+    return node ? std::optional(node.textView()) : std::nullopt;
+}
 
 // Type and name together as one key. No text of a document holds the separator.
-std::string pairKey(const std::string& type, const std::string& name) {
+std::string pairKey(std::string_view type, std::string_view name) {
     std::string key = text::toAnsi(type);
     key.push_back('\0');
     key += text::toAnsi(name);
     return key;
+}
+
+template <typename Map>
+const std::vector<std::size_t>& positionsOf(const Map& map, const std::string& key) {
+    static const std::vector<std::size_t> none;
+    const auto found = map.find(key);
+    return found == map.end() ? none : found->second;
 }
 
 void append(std::string& list, std::string_view item) {
@@ -39,20 +48,23 @@ std::string withoutClosingSeparator(std::string list) {
 
 }  // namespace
 
-std::vector<ContentChild> contentChildren(const xml::Node& parent) {
-    std::vector<ContentChild> children;
+void forEachContentChild(const xml::Node& parent, const MeetContent& meet) {
     xml::Node first;
     std::string bare;
     const auto closeBare = [&] {
         if (!bare.empty()) {
-            children.push_back({first, std::exchange(bare, {}), false});
+            meet(first, std::exchange(bare, {}), false);
         }
     };
     for (auto node = parent.firstChild(); node; node = node.nextSibling()) {
         switch (node.kind()) {
             case xml::NodeKind::Element:
                 closeBare();
-                children.push_back({node, node.text(), true});
+                if (const auto only = node.onlyText()) {
+                    meet(node, *only, true);
+                } else {
+                    meet(node, node.text(), true);
+                }
                 break;
             case xml::NodeKind::Text:
             case xml::NodeKind::CData:
@@ -64,6 +76,13 @@ std::vector<ContentChild> contentChildren(const xml::Node& parent) {
         }
     }
     closeBare();
+}
+
+std::vector<ContentChild> contentChildren(const xml::Node& parent) {
+    std::vector<ContentChild> children;
+    forEachContentChild(parent, [&](const xml::Node& node, std::string_view text, bool isElement) {
+        children.push_back({node, std::string(text), isElement});
+    });
     return children;
 }
 
@@ -141,12 +160,9 @@ ObjectListIndex::ObjectListIndex(const xml::Document& objectList) : firstTypeles
             firstTypeless_ = std::min(firstTypeless_, i);
         } else {
             byType_[*object.type].push_back(i);
-            byAnsiType_[text::toAnsi(*object.type)].push_back(i);
         }
         if (!object.type || !object.name) {
             firstIncomplete_ = std::min(firstIncomplete_, i);
-        } else {
-            byAnsiTypeAndName_[pairKey(*object.type, *object.name)].push_back(i);
         }
     }
 }
@@ -180,15 +196,13 @@ SharedText ObjectListIndex::namesOfType(const std::string& type) const {
 
 std::string ObjectListIndex::propertyOf(const std::string& type, const std::string& name,
                                         std::string_view property) const {
-    if (const auto found = byAnsiTypeAndName_.find(pairKey(type, name)); found != byAnsiTypeAndName_.end()) {
-        for (const auto i : found->second) {
-            if (i > firstIncomplete_) {
-                break;
-            }
-            for (auto node = objects_[i].node.child("Property"); node; node = node.nextOfSameName()) {
-                if (text::equalInAnsi(node.child("PropertyName").text(), property)) {
-                    return node.child("PropertyValue").text();
-                }
+    for (const auto i : objectsCalled(type, name)) {
+        if (i > firstIncomplete_) {
+            break;
+        }
+        for (auto node = objects_[i].node.child("Property"); node; node = node.nextOfSameName()) {
+            if (text::equalInAnsi(node.child("PropertyName").text(), property)) {
+                return node.child("PropertyValue").text();
             }
         }
     }
@@ -198,13 +212,32 @@ std::string ObjectListIndex::propertyOf(const std::string& type, const std::stri
     return {};
 }
 
-const std::vector<std::size_t>& ObjectListIndex::objectsOfAnsiType(const std::string& type) const {
-    static const std::vector<std::size_t> none;
+const ObjectListIndex::Positions& ObjectListIndex::objectsCalled(const std::string& type,
+                                                                 const std::string& name) const {
+    if (!byAnsiTypeAndName_) {
+        std::unordered_map<std::string, Positions> positions;
+        for (std::size_t i = 0; i < objects_.size(); ++i) {
+            if (objects_[i].type && objects_[i].name) {
+                positions[pairKey(*objects_[i].type, *objects_[i].name)].push_back(i);
+            }
+        }
+        byAnsiTypeAndName_ = std::move(positions);
+    }
+    return positionsOf(*byAnsiTypeAndName_, pairKey(type, name));
+}
+
+const ObjectListIndex::Positions& ObjectListIndex::objectsOfAnsiType(const std::string& type) const {
     if (firstIncomplete_ != never) {
         errors::throwObjectNotSet();
     }
-    const auto found = byAnsiType_.find(text::toAnsi(type));
-    return found == byAnsiType_.end() ? none : found->second;
+    if (!byAnsiType_) {
+        std::unordered_map<std::string, Positions> positions;
+        for (std::size_t i = 0; i < objects_.size(); ++i) {
+            positions[text::toAnsi(*objects_[i].type)].push_back(i);
+        }
+        byAnsiType_ = std::move(positions);
+    }
+    return positionsOf(*byAnsiType_, text::toAnsi(type));
 }
 
 std::string ObjectListIndex::namesWithProperty(const std::string& type, const std::string& property) const {

@@ -51,7 +51,7 @@ class MacroIndex {
     /// All macros in document order.
     [[nodiscard]] const std::vector<xml::Node>& macros() const noexcept { return macros_; }
     /// Name of each macro; nothing for one without.
-    [[nodiscard]] const std::vector<std::optional<std::string>>& names() const noexcept { return names_; }
+    [[nodiscard]] const std::vector<std::optional<std::string_view>>& names() const noexcept { return names_; }
     /// Position of the first macro with exactly this name.
     [[nodiscard]] std::optional<std::size_t> position(std::string_view name) const;
     /// Whether every macro has a plain name, no two the same.
@@ -60,13 +60,10 @@ class MacroIndex {
     [[nodiscard]] const NameShapes& nameShapes() const noexcept { return nameShapes_; }
 
   private:
-    struct TextHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-    };
     std::vector<xml::Node> macros_;
-    std::vector<std::optional<std::string>> names_;
-    std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> byName_;
+    // The views are on the document, which the nodes hold.
+    std::vector<std::optional<std::string_view>> names_;
+    std::unordered_map<std::string_view, std::size_t> byName_;
     std::unordered_map<std::string, std::size_t> byStringValue_;  ///< names that trimming changes or that come again
     std::size_t firstNameless_;
     NameShapes nameShapes_;
@@ -88,17 +85,21 @@ class ObjectListIndex {
     [[nodiscard]] std::string namesWithProperty(const std::string& type, const std::string& property) const;
 
   private:
+    // The views are on the document, which the nodes hold.
     struct Object {
         xml::Node node;
-        std::optional<std::string> type;
-        std::optional<std::string> name;
+        std::optional<std::string_view> type;
+        std::optional<std::string_view> name;
     };
-    [[nodiscard]] const std::vector<std::size_t>& objectsOfAnsiType(const std::string& type) const;
+    using Positions = std::vector<std::size_t>;
+    [[nodiscard]] const Positions& objectsOfAnsiType(const std::string& type) const;
+    [[nodiscard]] const Positions& objectsCalled(const std::string& type, const std::string& name) const;
 
     std::vector<Object> objects_;
-    std::unordered_map<std::string, std::vector<std::size_t>> byType_;
-    std::unordered_map<std::string, std::vector<std::size_t>> byAnsiType_;
-    std::unordered_map<std::string, std::vector<std::size_t>> byAnsiTypeAndName_;
+    std::unordered_map<std::string_view, Positions> byType_;
+    // Made on first use: a load asks for the syringes alone.
+    mutable std::optional<std::unordered_map<std::string, Positions>> byAnsiType_;
+    mutable std::optional<std::unordered_map<std::string, Positions>> byAnsiTypeAndName_;
     std::size_t firstTypeless_;    ///< position of the first object without type
     std::size_t firstIncomplete_;  ///< position of the first object without type or name
     bool hasObjects_ = false;
@@ -145,6 +146,9 @@ struct ContentChild {
 /// The items among a node's children. Comments and processing instructions are none, and part no text; nor do the borders of
 /// CDATA sections, and a text without characters is none: documents that a signature cannot tell apart read the same.
 [[nodiscard]] std::vector<ContentChild> contentChildren(const xml::Node& parent);
+/// The same for each item in turn, without a copy of its text: the view lives until `meet` returns.
+using MeetContent = std::function<void(const xml::Node& node, std::string_view text, bool isElement)>;
+void forEachContentChild(const xml::Node& parent, const MeetContent& meet);
 
 /// The child elements of this name, none when there is no parent.
 [[nodiscard]] std::vector<xml::Node> childrenNamed(const xml::Node& parent, std::string_view name);

@@ -24,10 +24,8 @@ std::optional<double> number(const method::EditorState& state, std::string_view 
 std::string descriptionOf(const xml::Node& macro) {
     std::string lines;
     if (const auto description = macro.child("Description")) {
-        for (const auto& line : contentChildren(description)) {
-            lines += line.text;
-            lines += text::crlf;
-        }
+        forEachContentChild(description, [&lines](const xml::Node& /*node*/, std::string_view line,
+                                                  bool /*isElement*/) { lines.append(line).append(text::crlf); });
     }
     return lines;
 }
@@ -68,7 +66,7 @@ void FillMacros(method::EditorState& state) noexcept {
             if (!index.names()[i]) {
                 errors::throwObjectNotSet();
             }
-            state.cboSelectedMacro.addItem(*index.names()[i]);
+            state.cboSelectedMacro.addItem(std::string(*index.names()[i]));
             if (auto description = descriptionOf(index.macros()[i]); !description.empty()) {
                 state.cboSelectedMacro.setToolTip(state.cboSelectedMacro.count() - 1, std::move(description));
             }

@@ -77,7 +77,7 @@ struct EditorState {
 
     // The sequence: entry i is line i of the list. An empty sequence is one empty entry.
     std::vector<MethodMacroEntry> arrMethodMacros{1};
-    std::vector<std::string> colMethodMacroValues;  ///< the steps' texts as read
+    std::vector<xml::Node> colMethodMacroValues;  ///< the steps as read; nothing reads it
 
     // Pieces of the method kept as XML text, and lists kept for it.
     std::string strAtomLine;

@@ -20,45 +20,44 @@ std::string cycleName(std::string_view text) {
     return std::string(text.substr(prefix.size(), text.size() - prefix.size() - 1));
 }
 
-// What the sequence holds, steps or not.
-std::vector<catalogue::ContentChild> sequenceOf(const xml::Document& method) {
-    const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable");
-    return sequence ? catalogue::contentChildren(sequence) : std::vector<catalogue::ContentChild>();
-}
-
-// An element without text is how an empty sequence is written: no step.
-bool isStep(const std::string& text) { return !text.empty(); }
-
 }  // namespace
 
 std::string descriptionOf(const xml::Document& method) {
     std::string lines;
     if (const auto description = method.selectSingleNode("Method/Description")) {
-        for (const auto& line : catalogue::contentChildren(description)) {
-            lines += line.text;
-            lines += text::crlf;
-        }
+        catalogue::forEachContentChild(description, [&](const xml::Node& /*node*/, std::string_view line,
+                                                        bool /*isElement*/) { lines.append(line).append(text::crlf); });
     }
     return ReverseDescription(std::move(lines));
 }
 
+void forEachStep(const xml::Document& method, const MeetStep& meet) {
+    const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable");
+    if (!sequence) {
+        return;
+    }
+    bool goOn = true;
+    catalogue::forEachContentChild(sequence, [&](const xml::Node& node, std::string_view text, bool /*isElement*/) {
+        // An element without text is how an empty sequence is written: no step.
+        goOn = goOn && (text.empty() || meet(node, text));
+    });
+}
+
 std::vector<std::string> stepTexts(const xml::Document& method) {
     std::vector<std::string> texts;
-    for (auto& child : sequenceOf(method)) {
-        if (isStep(child.text)) {
-            texts.push_back(std::move(child.text));
-        }
-    }
+    forEachStep(method, [&texts](const xml::Node& /*node*/, std::string_view text) {
+        texts.emplace_back(text);
+        return true;
+    });
     return texts;
 }
 
 std::vector<xml::Node> stepNodes(const xml::Document& method) {
     std::vector<xml::Node> nodes;
-    for (const auto& child : sequenceOf(method)) {
-        if (isStep(child.text)) {
-            nodes.push_back(child.node);
-        }
-    }
+    forEachStep(method, [&nodes](const xml::Node& node, std::string_view /*text*/) {
+        nodes.push_back(node);
+        return true;
+    });
     return nodes;
 }
 
@@ -71,7 +70,7 @@ std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept {
     return StepParentheses{open, close};
 }
 
-MethodMacroEntry stepOf(const std::string& text) {
+MethodMacroEntry stepOf(std::string_view text) {
     const auto parentheses = parenthesesOf(text);
     if (!parentheses) {
         errors::throwInvalidProcedureCall();
@@ -79,7 +78,7 @@ MethodMacroEntry stepOf(const std::string& text) {
     const auto [open, close] = *parentheses;
     MethodMacroEntry entry;
     entry.MacroName = text.substr(0, open);
-    if (auto values = text::split(std::string_view(text).substr(open + 1, close - open - 1), ","); !values.empty()) {
+    if (auto values = text::split(text.substr(open + 1, close - open - 1), ","); !values.empty()) {
         entry.MacroValues = std::move(values);
     }
     return entry;

@@ -1,6 +1,7 @@
 // What a method document says, read without an editor and without the documents around it.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,9 +16,13 @@ namespace vrn::method {
 /// The description as the box shows it: every line ended by CR LF.
 [[nodiscard]] std::string descriptionOf(const xml::Document& method);
 
+/// Meets the steps in order until `meet` answers false: the node, and the text, which lives until `meet` returns. What has no text
+/// is no step. The node is the first of a text that stands there bare in several.
+using MeetStep = std::function<bool(const xml::Node& node, std::string_view text)>;
+void forEachStep(const xml::Document& method, const MeetStep& meet);
 /// The texts of the steps, those without text left out.
 [[nodiscard]] std::vector<std::string> stepTexts(const xml::Document& method);
-/// The node of each of these steps; the first of a text that stands there bare in several.
+/// The node of each of these steps.
 [[nodiscard]] std::vector<xml::Node> stepNodes(const xml::Document& method);
 
 /// Where the values of a step's text stand: between the first "(" and the first ")". Nothing without these in this order.
@@ -28,7 +33,7 @@ struct StepParentheses {
 [[nodiscard]] std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept;
 
 /// A step's text as name and values. Error 5 for a text without parentheses in this order.
-[[nodiscard]] MethodMacroEntry stepOf(const std::string& text);
+[[nodiscard]] MethodMacroEntry stepOf(std::string_view text);
 
 /// A cycle as the method embeds it.
 struct EmbeddedCycle {

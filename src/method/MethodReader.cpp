@@ -20,7 +20,7 @@ void selectSyringe(EditorState& state) {
 }
 
 // Reads one step; false when its cycle is not in the catalogue.
-bool readStep(EditorState& state, std::string text) {
+bool readStep(EditorState& state, const xml::Node& node, std::string_view text) {
     auto entry = stepOf(text);
     if (state.cboSelectedMacro.indexOf(entry.MacroName) == controls::noSelection) {
         messageBox(state, "Cycle " + entry.MacroName + " does not exist.", errors::styleError);
@@ -31,17 +31,14 @@ bool readStep(EditorState& state, std::string text) {
     state.lstMethodMacroList.addItem(text::twoDigits(index + 1) + " " + entry.MacroName);
     state.arrMethodMacros.resize(index + 1);
     state.arrMethodMacros[index] = std::move(entry);
-    state.colMethodMacroValues.push_back(std::move(text));
+    state.colMethodMacroValues.push_back(node);
     return true;
 }
 
 void readSequence(EditorState& state) {
     ResetSequence(state);
-    for (auto& text : stepTexts(state.domMethod)) {
-        if (!readStep(state, std::move(text))) {
-            return;
-        }
-    }
+    forEachStep(state.domMethod,
+                [&state](const xml::Node& node, std::string_view text) { return readStep(state, node, text); });
 }
 
 }  // namespace

@@ -126,6 +126,10 @@ class Node {
     /// For an element, document or fragment the text of all its descendants, trimmed of white space at both ends except
     /// within CDATA, comments and instructions left out; for other kinds their content as it stands.
     [[nodiscard]] std::string text() const;
+    /// `text` of an element with one text, as most have: a view that lives as long as the document. Nothing for any other content.
+    [[nodiscard]] std::optional<std::string_view> onlyText() const;
+    /// `text` as a view that lives as long as the document, which keeps what had to be put together: for whoever asks once.
+    [[nodiscard]] std::string_view textView() const;
     /// Replaces the content by this text; "" leaves no child. Error 5 on a document. What cannot be escaped (CDATA, comments,
     /// instructions) is kept as a parse would read it: line ends as LF.
     void setText(std::string_view text) const;

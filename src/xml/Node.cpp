@@ -59,7 +59,7 @@ struct DescendantText {
 };
 
 // The one text of an element that has just that: most have.
-const Leaf* onlyText(const NodeData& node) noexcept {
+const Leaf* onlyLeaf(const NodeData& node) noexcept {
     const NodeData* const first = firstChildOf(&node);
     const bool isOnly = first != nullptr && first->next == nullptr && first->kind == NodeKind::Text;
     return isOnly ? static_cast<const Leaf*>(first) : nullptr;
@@ -173,10 +173,20 @@ std::string Node::text() const {
     if (!isBranch(node)) {
         return std::string(static_cast<const Leaf&>(node).text);
     }
-    if (const Leaf* const only = onlyText(node)) {
+    if (const Leaf* const only = onlyLeaf(node)) {
         return std::string(text::trimXmlSpace(only->text));
     }
     return DescendantText(node).trimmed();
+}
+
+std::optional<std::string_view> Node::onlyText() const {
+    const Leaf* const only = onlyLeaf(required());
+    return only == nullptr ? std::nullopt : std::optional(text::trimXmlSpace(only->text));
+}
+
+std::string_view Node::textView() const {
+    const auto only = onlyText();
+    return only ? *only : tree_->keep(text());
 }
 
 std::string Node::stringValue() const {

@@ -100,9 +100,6 @@ TEST_F(ReaderTest, StepThatIsNoCallEndsTheReading) {
 TEST_F(ReaderTest, EmptyStepsArePassedOver) {
     loadSteps({"", "COUNT(1)", " ", "<!-- x -->", "COUNT(2)"});
     EXPECT_THAT(rows(), ElementsAre("01 COUNT", "02 COUNT"));
-    EXPECT_THAT(state().colMethodMacroValues, ElementsAre("COUNT(1)", "COUNT(2)"));
-    loadSteps({"COUNT(3)"});
-    EXPECT_THAT(state().colMethodMacroValues, ElementsAre("COUNT(3)"));
 }
 
 TEST_F(ReaderTest, ValuesBetweenTheFirstParentheses) {
