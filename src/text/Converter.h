@@ -1,4 +1,5 @@
-// The system's converters between encodings. Each system has its own implementation.
+// The system's converters between encodings. Each system has its own implementation. Both read ASCII as ASCII, whatever the
+// encoding: a document could not declare one that does not.
 #pragma once
 
 #include <cstddef>
@@ -8,9 +9,14 @@
 
 namespace vrn::text {
 
+/// What every encoding has at the same place.
+inline constexpr std::string_view asciiText =
+    "\t\n\r !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~";
+
 class Converter {
   public:
-    /// From the encoding to UTF-8. Invalid, and false, when the system does not know the encoding.
+    /// From the encoding, its name in lower case, to UTF-8. Invalid, and false, when the system does not know the encoding, or
+    /// ASCII is something else in it.
     [[nodiscard]] static Converter toUtf8(const std::string& encoding);
     /// From UTF-8 to the encoding.
     [[nodiscard]] static Converter fromUtf8(const std::string& encoding);

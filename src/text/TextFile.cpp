@@ -32,22 +32,22 @@ constexpr std::string_view bigEndianMark = "\xFE\xFF";
     fail("The encoding \"" + std::string(encoding) + "\" of the XML text is unknown.");
 }
 
-// Names have no other characters; the system's converters take instructions behind a "/".
+// Names have no other characters, and none is that long.
 bool isEncodingName(std::string_view name) noexcept {
-    return std::all_of(name.begin(), name.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '_' ||
-               c == '-';
-    });
+    constexpr std::size_t longest = 40;
+    return name.size() <= longest && std::all_of(name.begin(), name.end(), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
+                      c == '_' || c == '-';
+           });
 }
 
-// The converter if the system has it; error 5 otherwise.
-template <typename Make>
-Converter converterFor(const std::string& encoding, Make make) {
-    Converter converter = isEncodingName(encoding) ? make(encoding) : Converter();
-    if (!converter) {
-        failUnknown(encoding);
+// What is declared is shown in errors and given to the system's converters, which take instructions after a "/".
+std::string encodingOf(std::string_view text) {
+    auto encoding = declaredEncoding(text);
+    if (!isEncodingName(encoding)) {
+        fail("What the XML text declares as its encoding is not the name of one.");
     }
-    return converter;
+    return encoding;
 }
 
 std::string lowerCase(std::string_view text) {
@@ -55,6 +55,16 @@ std::string lowerCase(std::string_view text) {
     std::transform(out.begin(), out.end(), out.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c; });
     return out;
+}
+
+// The converter if the system has it; error 5 otherwise.
+template <typename Make>
+Converter converterFor(const std::string& encoding, Make make) {
+    Converter converter = make(lowerCase(encoding));
+    if (!converter) {
+        failUnknown(encoding);
+    }
+    return converter;
 }
 
 enum class Family { Utf8, Utf16, Utf16LittleEndian, Utf16BigEndian, Wide, Other };
@@ -199,7 +209,7 @@ std::string encodeOther(std::string_view text, const std::string& encoding) {
 
 // A parser that follows the standard refuses a file that is in another encoding than it says.
 void requireDeclared(std::string_view text, std::initializer_list<Family> actual, const char* words) {
-    const auto encoding = declaredEncoding(text);
+    const auto encoding = encodingOf(text);
     if (!encoding.empty() && std::find(actual.begin(), actual.end(), familyOf(encoding)) == actual.end()) {
         fail("The XML text declares the encoding \"" + encoding + "\" but is written in " + words + ".");
     }
@@ -243,7 +253,7 @@ std::string decodeXmlFile(std::string_view bytes) {
                         bigEndian ? "UTF-16, high byte first" : "UTF-16, low byte first");
         return text;
     }
-    const std::string encoding = declaredEncoding(bytes);
+    const std::string encoding = encodingOf(bytes);
     // Every encoding of two or four bytes a character was seen above if it was really there.
     requireDeclared(bytes, {Family::Utf8, Family::Other}, "single bytes");
     return familyOf(encoding) == Family::Other ? decodeOther(bytes, encoding) : decodeUtf8(bytes, 0);
@@ -253,7 +263,7 @@ std::string encodeXmlFile(std::string_view text) {
     if (text.starts_with(utf8Mark)) {
         text.remove_prefix(utf8Mark.size());
     }
-    const std::string encoding = declaredEncoding(text);
+    const std::string encoding = encodingOf(text);
     switch (familyOf(encoding)) {
         case Family::Utf8:
             return std::string(text);

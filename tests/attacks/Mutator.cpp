@@ -38,7 +38,7 @@ bool isSignaturesOwn(std::string_view tag) {
 
 }  // namespace
 
-Mutator::Mutator(const std::string& document, std::uint32_t seed) : original_(piecesOf(document)), random_(seed) {}
+Mutator::Mutator(const std::string& document, std::uint64_t seed) : original_(piecesOf(document)), random_(seed) {}
 
 std::string Mutator::next() {
     Pieces pieces = original_;
@@ -75,10 +75,6 @@ std::string Mutator::textOf(const Pieces& pieces) {
         text += piece.text;
     }
     return text;
-}
-
-std::size_t Mutator::below(std::size_t limit) {
-    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
 }
 
 // Every second time one of the signature's own.

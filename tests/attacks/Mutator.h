@@ -2,18 +2,19 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
+
+#include "generator/Random.h"
 
 namespace vrn::test {
 
 /// Makes variants of one document, each by one to three random changes of its text: elements moved, doubled, nested and taken out,
 /// above all those of the signature; comments, instructions, CDATA, references and texts at the borders of nodes;
-/// namespaces declared anew; values changed; encodings that lie. The same seed gives the same variants.
+/// namespaces declared anew; values changed; encodings that lie. The same seed gives the same variants on every system.
 class Mutator {
   public:
-    Mutator(const std::string& document, std::uint32_t seed);
+    Mutator(const std::string& document, std::uint64_t seed);
 
     [[nodiscard]] std::string next();
 
@@ -32,7 +33,7 @@ class Mutator {
 
     static Pieces piecesOf(const std::string& text);
     static std::string textOf(const Pieces& pieces);
-    [[nodiscard]] std::size_t below(std::size_t limit);
+    [[nodiscard]] std::size_t below(std::size_t limit) { return random_.below(limit); }
     template <typename List>
     const auto& oneOf(const List& list) {
         return list[below(std::size(list))];
@@ -50,7 +51,7 @@ class Mutator {
     void lieAboutEncoding(Pieces& pieces);
 
     Pieces original_;
-    std::mt19937 random_;
+    samples::Random random_;
 };
 
 }  // namespace vrn::test

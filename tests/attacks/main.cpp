@@ -8,7 +8,7 @@
 #include <set>
 
 #include "attacks/Mutator.h"
-#include "conformance/Suite.h"
+#include "conformance/Reading.h"
 #include "errors/Error.h"
 #include "method/MethodContent.h"
 #include "services/EmbeddedSignatures.h"
@@ -58,7 +58,7 @@ void write(const std::set<std::string>& texts, const std::filesystem::path& fold
     }
 }
 
-int attack(const std::string& original, std::size_t count, std::uint32_t seed, const std::filesystem::path& folder) {
+int attack(const std::string& original, std::size_t count, std::uint64_t seed, const std::filesystem::path& folder) {
     xml::Document document;
     if (!document.loadXML(original) || !verifies(document)) {
         std::cerr << "the method itself does not verify\n";
@@ -95,8 +95,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        return attack(test::textOf(argv[1]), std::stoul(argv[2]), static_cast<std::uint32_t>(std::stoul(argv[3])),
-                      argv[4]);
+        return attack(test::textOf(argv[1]), std::stoul(argv[2]), std::stoull(argv[3]), argv[4]);
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";
         return 1;

@@ -1,25 +1,11 @@
 #include "conformance/Suite.h"
 
-#include <fstream>
-#include <sstream>
-
+#include "conformance/Reading.h"
 #include "errors/Error.h"
-#include "text/TextFile.h"
-#include "xml/Canonical.h"
 
 namespace vrn::test {
 
 namespace {
-
-std::string bytesOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        throw errors::Error(errors::number::invalidProcedureCall, "cannot read " + file.string());
-    }
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
-}
 
 void collect(const xml::Node& parent, const std::filesystem::path& base, std::vector<ConformanceCase>& cases) {
     for (const auto& node : parent.childNodes()) {
@@ -72,8 +58,6 @@ std::vector<ConformanceCase> conformanceCases(const std::filesystem::path& folde
     return cases;
 }
 
-std::string textOf(const std::filesystem::path& file) { return text::decodeXmlFile(bytesOf(file)); }
-
 std::string withoutDoctype(const std::string& text) {
     auto at = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
     while (at < text.size()) {
@@ -91,20 +75,6 @@ std::string withoutDoctype(const std::string& text) {
         at = text.find_first_not_of(" \t\r\n", at);
     }
     return text;
-}
-
-Reading readingOf(const std::string& text) {
-    Reading reading;
-    xml::Document document;
-    if (document.loadXML(text)) {
-        reading.verdict = Verdict::Accepted;
-        reading.canonical = xml::exclusiveCanonicalForm(document.node());
-    } else {
-        const bool hasDoctype = document.parseError().errorCode == xml::ParseError::dtdProhibited;
-        reading.verdict = hasDoctype ? Verdict::HasDoctype : Verdict::Refused;
-        reading.reason = document.parseError().reason;
-    }
-    return reading;
 }
 
 }  // namespace vrn::test

@@ -3,37 +3,24 @@
 //   conformance FOLDER
 #include <iostream>
 
+#include "conformance/Reading.h"
 #include "conformance/Suite.h"
 #include "errors/Error.h"
-#include "services/Digest.h"
 
+namespace vrn::test {
 namespace {
 
-using vrn::test::Reading;
-using vrn::test::Verdict;
-
-std::string shown(const Reading& reading) {
-    switch (reading.verdict) {
-        case Verdict::Accepted:
-            return "accepted " + vrn::services::base64(vrn::services::sha256(reading.canonical));
-        case Verdict::HasDoctype:
-            return "doctype";
-        case Verdict::Refused:
-            break;
-    }
-    return "refused (" + reading.reason + ")";
-}
-
-std::string line(const vrn::test::ConformanceCase& test) {
+std::string line(const ConformanceCase& test) {
     try {
-        const auto text = vrn::test::textOf(test.file);
-        return shown(vrn::test::readingOf(text)) + "; " + shown(vrn::test::readingOf(vrn::test::withoutDoctype(text)));
-    } catch (const vrn::errors::Error& error) {
-        return "undecodable";
+        const auto text = textOf(test.file);
+        return reportOn(documentOf(text)) + "; " + reportOn(documentOf(withoutDoctype(text)));
+    } catch (const errors::Error& error) {
+        return "undecodable: " + error.description();
     }
 }
 
 }  // namespace
+}  // namespace vrn::test
 
 int main(int argc, char** argv) {
     if (argc != 2) {
@@ -42,7 +29,7 @@ int main(int argc, char** argv) {
     }
     try {
         for (const auto& test : vrn::test::conformanceCases(argv[1])) {
-            std::cout << test.id << ": " << line(test) << "\n";
+            std::cout << test.id << ": " << vrn::test::line(test) << "\n";
         }
     } catch (const std::exception& error) {
         std::cerr << error.what() << "\n";

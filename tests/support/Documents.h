@@ -31,6 +31,15 @@ inline std::string elements(std::string_view name, const std::vector<std::string
     return all;
 }
 
+inline std::string repeated(std::string_view piece, std::size_t count) {
+    std::string all;
+    all.reserve(piece.size() * count);
+    for (; count > 0; --count) {
+        all += piece;
+    }
+    return all;
+}
+
 /// One macro of the catalogue. `definitions` are the parameters, `atoms` the atom calls.
 inline std::string macro(std::string_view name, const std::vector<std::string>& definitions,
                          const std::vector<std::string>& atoms = {},

@@ -91,6 +91,37 @@ TEST(TextFile, NamesBytesThatTheEncodingDoesNotHave) {
     }
 }
 
+// EBCDIC and its like could not hold the declaration that was just read.
+TEST(TextFile, KnowsNoEncodingThatWritesAsciiOtherwise) {
+    for (const std::string encoding : {"cp037", "IBM500", "cp1026", "cp1047", "UTF-7"}) {
+        EXPECT_EQ(errorText(declared(encoding, "<a/>")),
+                  "The encoding \"" + encoding + "\" of the XML text is unknown.");
+        EXPECT_EQ(errorOf([&] { (void)encodeXmlFile(declared(encoding, "<a/>")); }), 5);
+    }
+}
+
+// As Windows writes them: its own code pages, whatever standard the name belongs to.
+TEST(TextFile, ReadsEastAsianPagesAsWindowsDoes) {
+    const auto reads = [](const std::string& encoding, const std::string& bytes, const std::string& text) {
+        EXPECT_EQ(decodeXmlFile(declared(encoding, "<a>" + bytes + "</a>")), declared(encoding, "<a>" + text + "</a>"));
+        EXPECT_EQ(encodeXmlFile(declared(encoding, "<a>" + text + "</a>")), declared(encoding, "<a>" + bytes + "</a>"));
+    };
+    reads("Shift_JIS", "C:\\~ \x87\x40", "C:\\~ \xE2\x91\xA0");
+    reads("GB2312", "\x81\x40", "\xE4\xB8\x82");
+    reads("big5", "\xA4\xA4\xF9\xD6", "\xE4\xB8\xAD\xE7\xA2\x81");
+    reads("ks_c_5601-1987", "C:\\ \x81\x41", "C:\\ \xEA\xB0\x82");
+}
+
+TEST(TextFile, NamesNoEncodingThatIsNoName) {
+    for (const std::string& encoding : {std::string("a\nb"), std::string("\xFF"), std::string(41, 'a')}) {
+        for (const std::string& bytes :
+             {declared(encoding, "<a/>"), "\xFF\xFE" + utf16(declared(encoding, "<a/>"), false)}) {
+            EXPECT_EQ(errorText(bytes), "What the XML text declares as its encoding is not the name of one.");
+        }
+        EXPECT_EQ(errorOf([&] { (void)encodeXmlFile(declared(encoding, "<a/>")); }), 5);
+    }
+}
+
 TEST(TextFile, EncodesAsDeclared) {
     EXPECT_EQ(encodeXmlFile("<\xC3\xA4/>"), "<\xC3\xA4/>");
     EXPECT_EQ(encodeXmlFile(declared("UTF-16", "<\xF0\x9F\x98\x80/>")),

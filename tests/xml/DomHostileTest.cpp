@@ -2,20 +2,14 @@
 // or run out of stack otherwise.
 #include <thread>
 
+#include "support/Documents.h"
 #include "xml/Canonical.h"
 #include "xml/Support.h"
 
 namespace vrn::xml {
 namespace {
 
-std::string repeated(std::string_view piece, std::size_t count) {
-    std::string out;
-    out.reserve(piece.size() * count);
-    for (; count > 0; --count) {
-        out += piece;
-    }
-    return out;
-}
+using test::repeated;
 
 class Hostile : public ::testing::Test {
   protected:

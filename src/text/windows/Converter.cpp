@@ -38,13 +38,6 @@ constexpr std::array<NamedPage, 20> namedPages{{{"us-ascii", asciiPage}, {"ascii
                                                 {"big5", 950},           {"euc-kr", 949},      {"ks_c_5601-1987", 949},
                                                 {"johab", 1361},         {"iso_8859-1", 28591}}};
 
-std::string lowerCase(std::string_view text) {
-    std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
-    return out;
-}
-
 std::optional<UINT> numberBehind(std::string_view name, std::string_view prefix) {
     UINT number = 0;
     const char* const end = name.data() + name.size();
@@ -70,11 +63,18 @@ UINT numberedPage(std::string_view name) {
     return 0;
 }
 
-UINT codePageOf(std::string_view encoding) {
-    const std::string name = lowerCase(encoding);
+UINT codePageOf(std::string_view name) {
     const auto named = std::find_if(namedPages.begin(), namedPages.end(),
                                     [&name](const NamedPage& page) { return page.name == name; });
     return named != namedPages.end() ? named->codePage : numberedPage(name);
+}
+
+// The EBCDIC pages do not; the conversions below take it for granted.
+bool keepsAscii(UINT page) {
+    std::wstring wide(asciiText.size(), L'\0');
+    const int count = MultiByteToWideChar(page, 0, asciiText.data(), static_cast<int>(asciiText.size()), wide.data(),
+                                          static_cast<int>(wide.size()));
+    return count == static_cast<int>(wide.size()) && fromWide(wide) == asciiText;
 }
 
 bool isDefined(UINT codePage, char32_t c) noexcept {
@@ -126,7 +126,7 @@ Converter Converter::toUtf8(const std::string& encoding) {
     Converter made;
     CPINFO info{};
     const UINT codePage = codePageOf(encoding);
-    if (codePage != 0 && GetCPInfo(codePage, &info) != FALSE) {
+    if (codePage != 0 && GetCPInfo(codePage, &info) != FALSE && keepsAscii(codePage)) {
         made.impl_.reset(new Impl{codePage, info.MaxCharSize, false});
     }
     return made;

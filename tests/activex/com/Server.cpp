@@ -89,6 +89,11 @@ ComPtr<IDispatch> document(const std::wstring& text, const wchar_t* progId) {
     return made;
 }
 
+std::wstring textOf(const ComPtr<IDispatch>& document) {
+    const auto text = com::Object(document).read(L"xml");
+    return {text.get().bstrVal, SysStringLen(text.get().bstrVal)};
+}
+
 std::string rootOf(IDispatch* document) {
     const com::Object dom{ComPtr<IDispatch>(document)};
     const auto root = dom.read(L"documentElement");
@@ -112,6 +117,12 @@ SmallSet smallSet() {
             "<Macros><MacroVariable><MacroValues>WASH(5)</MacroValues><MacroValues>WASH(6)</MacroValues>"
             "</MacroVariable></Macros></Method>"),
         dom(configuration(category("UL", {"SL.Vol"})))};
+}
+
+ComPtr<IDispatch> built(IVRN_MethodEditor* editor) {
+    ComPtr<IDispatch> method;
+    EXPECT_EQ(editor->GetMethodXml(&method), S_OK);
+    return method;
 }
 
 void loadSmallSet(IVRN_MethodEditor* editor) {

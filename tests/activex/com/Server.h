@@ -86,6 +86,8 @@ class ClosingUser {
 
 /// A document of the system's XML library.
 ComPtr<IDispatch> document(const std::wstring& text, const wchar_t* progId = L"Msxml2.DOMDocument.6.0");
+/// The text of such a document: its property `xml`.
+std::wstring textOf(const ComPtr<IDispatch>& document);
 /// The root element's name of such a document, "" for none.
 std::string rootOf(IDispatch* document);
 /// A signature component that finds every old method intact, so that one without a signature loads and no box opens.
@@ -99,6 +101,8 @@ struct SmallSet {
     ComPtr<IDispatch> configuration;
 };
 SmallSet smallSet();
+/// The method as a host gets it back, null for none.
+ComPtr<IDispatch> built(IVRN_MethodEditor* editor);
 /// Loads it with a signature component that trusts.
 void loadSmallSet(IVRN_MethodEditor* editor);
 

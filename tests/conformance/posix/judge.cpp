@@ -1,15 +1,12 @@
 // Holds what the editor's parser makes of the suite against the suite's own answers and against libxml2: its verdict, and its
 // exclusive canonical form byte by byte. An answer that is not the suite's needs a rule here that says why.
 //   judge FOLDER
-#include <libxml/c14n.h>
-#include <libxml/parser.h>
-
 #include <iostream>
 #include <map>
-#include <memory>
-#include <optional>
 
+#include "conformance/Reading.h"
 #include "conformance/Suite.h"
+#include "conformance/posix/Peer.h"
 #include "errors/Error.h"
 #include "text/Unicode.h"
 #include "xml/Canonical.h"
@@ -39,21 +36,6 @@ std::string_view ruleFor(const ConformanceCase& test, Verdict verdict) {
 
 bool isWellFormed(const ConformanceCase& test) { return test.type == "valid" || test.type == "invalid"; }
 
-using DocumentPointer = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
-
-DocumentPointer peerDocument(const std::string& text) {
-    constexpr int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC |
-                            XML_PARSE_HUGE | XML_PARSE_NOENT;
-    auto* const parser = xmlNewParserCtxt();
-    auto* const read = xmlCtxtReadMemory(parser, text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", options);
-    // Faults of namespaces alone leave a document behind. That their names are URIs nobody else asks for.
-    const bool isGood = read != nullptr && parser->wellFormed != 0 &&
-                        (parser->nsWellFormed != 0 || parser->lastError.code == XML_WAR_NS_URI);
-    xmlFreeParserCtxt(parser);
-    DocumentPointer document(read, xmlFreeDoc);
-    return isGood ? std::move(document) : DocumentPointer(nullptr, xmlFreeDoc);
-}
-
 // The peer keeps layout white space; what the editor drops goes first.
 void dropLayout(xmlNode* node) {
     for (auto* child = node->children; child != nullptr;) {
@@ -79,28 +61,6 @@ void dropLayout(const xml::Node& node) {
     }
 }
 
-std::string ownCanonical(const std::string& text) {
-    xml::Document document;
-    document.loadXML(text);
-    dropLayout(document.documentElement());
-    return xml::exclusiveCanonicalForm(document.node());
-}
-
-// Nothing where the peer refuses: it wants absolute names of namespaces.
-std::optional<std::string> peerCanonical(xmlDoc* document) {
-    dropLayout(reinterpret_cast<xmlNode*>(document));
-    xmlChar* out = nullptr;
-    const int size = xmlC14NDocDumpMemory(document, nullptr, XML_C14N_EXCLUSIVE_1_0, nullptr, 0, &out);
-    if (size < 0) {
-        return std::nullopt;
-    }
-    std::string text(reinterpret_cast<const char*>(out), static_cast<std::size_t>(size));
-    xmlFree(out);
-    return text;
-}
-
-void ignore(void* /*context*/, const char* /*format*/, ...) {}
-
 class Judge {
   public:
     void judge(const ConformanceCase& test) {
@@ -110,11 +70,12 @@ class Judge {
         } catch (const errors::Error&) {
             return count(test, isWellFormed(test) ? "the encoding is not one that the tool reads" : "");
         }
-        const auto reading = readingOf(text);
-        const bool agrees = (reading.verdict == Verdict::Accepted) == isWellFormed(test);
-        const auto rule = agrees ? std::string_view() : ruleFor(test, reading.verdict);
+        const auto document = documentOf(text);
+        const auto verdict = verdictOf(document);
+        const bool agrees = (verdict == Verdict::Accepted) == isWellFormed(test);
+        const auto rule = agrees ? std::string_view() : ruleFor(test, verdict);
         if (!agrees && rule.empty()) {
-            fault(test, isWellFormed(test) ? "is refused: " + reading.reason : "is accepted");
+            fault(test, isWellFormed(test) ? "is refused: " + document.parseError().reason : "is accepted");
         }
         count(test, rule);
         compareWithPeer(test, withoutDoctype(text));
@@ -141,19 +102,21 @@ class Judge {
             return;  // the peer reads the names of the fifth edition, and reports other errors of those that may be reported
         }
         const auto peer = peerDocument(text);
-        const auto reading = readingOf(text);
+        const auto document = documentOf(text);
         ++compared_;
-        if ((peer != nullptr) != (reading.verdict == Verdict::Accepted)) {
-            fault(test, peer ? "is refused without its document type: " + reading.reason
+        if ((peer != nullptr) != (verdictOf(document) == Verdict::Accepted)) {
+            fault(test, peer ? "is refused without its document type: " + document.parseError().reason
                              : "is accepted without its document type, but not by libxml2");
         } else if (peer) {
-            compareCanonicalForms(test, *peer, text);
+            compareCanonicalForms(test, *peer, document);
         }
     }
 
-    void compareCanonicalForms(const ConformanceCase& test, xmlDoc& peer, const std::string& text) {
-        const auto expected = peerCanonical(&peer);
-        if (expected && *expected != ownCanonical(text)) {
+    void compareCanonicalForms(const ConformanceCase& test, xmlDoc& peer, const xml::Document& document) {
+        dropLayout(reinterpret_cast<xmlNode*>(&peer));
+        dropLayout(document.documentElement());
+        const auto expected = peerCanonicalForm(peer);
+        if (expected && *expected != xml::exclusiveCanonicalForm(document.node())) {
             fault(test, "has another canonical form than with libxml2");
         } else if (expected) {
             ++canonical_;
@@ -168,8 +131,6 @@ class Judge {
 
 }  // namespace
 
-void silencePeer() { xmlSetGenericErrorFunc(nullptr, ignore); }
-
 }  // namespace vrn::test
 
 int main(int argc, char** argv) {
@@ -177,7 +138,6 @@ int main(int argc, char** argv) {
         std::cerr << "usage: judge FOLDER\n";
         return 2;
     }
-    // The peer's own words would mix with the result.
     vrn::test::silencePeer();
     try {
         vrn::test::Judge judge;
