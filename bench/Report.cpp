@@ -30,7 +30,8 @@ double growthExponent(const std::vector<std::pair<double, double>>& points) {
     return (n * sumXY - sumX * sumY) / (n * sumXX - sumX * sumX);
 }
 
-constexpr std::array<std::pair<const char*, const char*>, 6> operations{{{"SetXmlDocuments", "BareLoad"},
+constexpr std::array<std::pair<const char*, const char*>, 7> operations{{{"SetXmlDocuments", "BareLoad"},
+                                                                         {"NextMethod", "BareLoad"},
                                                                          {"GetMethodXml", "BareRoundTrip"},
                                                                          {"MethodIsChanged", "BareRoundTrip"},
                                                                          {"AuditTrail", "BareRoundTrip"},

@@ -64,15 +64,26 @@ const ArgumentsIndex& CxmlValuesHandler::baselineArguments(const xml::Document& 
                 [&] { return ArgumentsIndex(childrenNamed(method.selectSingleNode("Method/Arguments"), "OBJECT")); });
 }
 
-void CxmlValuesHandler::forget() {
-    macros_ = {};
-    objects_ = {};
-    arguments_ = {};
-    baseline_ = {};
+void CxmlValuesHandler::forget(const xml::Document& document) {
+    const auto drop = [&document](auto& kept) {
+        if (kept.document.sameAs(document)) {
+            kept = {};
+        }
+    };
+    drop(macros_);
+    drop(baseline_);
+    // The lists are made of both.
+    if (objects_.document.sameAs(document) || arguments_.document.sameAs(document)) {
+        drop(objects_);
+        drop(arguments_);
+        userDefined_.forget();
+        choices_.forget();
+    }
+}
+
+void CxmlValuesHandler::forgetLastQuestion() {
     objectList_ = {};
     configuration_ = {};
-    userDefined_.forget();
-    choices_.forget();
 }
 
 std::string CxmlValuesHandler::RetrieveValues(std::int16_t kind, const xml::Document& objectList,

@@ -55,8 +55,10 @@ class CxmlValuesHandler {
     [[nodiscard]] const ObjectListIndex& objects(const xml::Document& objectList);
     [[nodiscard]] const ArgumentsIndex& configuration(const xml::Document& configuration);
     [[nodiscard]] const ArgumentsIndex& baselineArguments(const xml::Document& method);
-    /// Lets go of all documents.
-    void forget();
+    /// Lets go of a document and all that was looked up in it.
+    void forget(const xml::Document& document);
+    /// `SLObject` answers without documents until the next `RetrieveValues`.
+    void forgetLastQuestion();
 
   private:
     template <typename Index>

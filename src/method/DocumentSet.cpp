@@ -40,10 +40,12 @@ bool reportParseError(EditorState& state, const xml::Document& document, std::st
     return true;
 }
 
-// One of the three documents around a method: taken over from its text, or kept when there is none.
+// One of the three documents around a method: taken over from its text, or kept when there is none. Hosts hand the same ones over
+// with every method. Nothing changes these documents: one of the same text stays, with all that was looked up in it.
 void takeDocument(EditorState& state, xml::Document& member, const std::optional<std::string_view>& text,
                   std::string_view heading) {
-    if (text) {
+    if (text && (text->empty() || member.source() != *text)) {
+        state.xmlValues->forget(member);
         member = xml::Document();
         if (!text->empty()) {
             member.loadXML(*text);
@@ -97,6 +99,7 @@ void showMethod(EditorState& state, const std::function<bool()>& superseded) {
 }
 
 void takeMethod(EditorState& state, std::string_view domMethod, const std::function<bool()>& superseded) {
+    state.xmlValues->forget(state.domMethodBaseline);
     state.domMethod = xml::Document();
     state.domMethodBaseline = xml::Document();
     if (domMethod.empty()) {
@@ -128,7 +131,7 @@ void takeDocuments(EditorState& state, const SetTexts& set, std::string_view dom
                 DisableMethod(state, false);
                 clearScreen(state);
                 if (set.macros) {
-                    state.xmlValues->forget();
+                    state.xmlValues->forgetLastQuestion();
                 }
             },
             [&] { takeDocument(state, state.domlatestKex, set.objectList, "Error parsing Latest_KEX.xml"); },

@@ -32,6 +32,8 @@ bool Document::load(const Document& other) {
 
 const ParseError& Document::parseError() const { return tree_->error; }
 
+std::string_view Document::source() const noexcept { return tree_->source; }
+
 bool Document::equals(const Document& other) const noexcept { return tree_->equals(*other.tree_.get()); }
 
 Node Document::node() const { return {tree_, &tree_->document}; }

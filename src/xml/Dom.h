@@ -195,6 +195,8 @@ class Document {
     /// either stay what they are. Answers whether the copy has no parse error.
     bool load(const Document& other);
     [[nodiscard]] const ParseError& parseError() const;
+    /// The text that was loaded, without byte order mark, whatever has changed in the document since; empty when none was.
+    [[nodiscard]] std::string_view source() const noexcept;
 
     [[nodiscard]] Node node() const;  ///< the document node
     [[nodiscard]] Node documentElement() const;

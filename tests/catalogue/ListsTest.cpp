@@ -146,7 +146,7 @@ TEST_F(ListsTest, TheEntriesOfTypesAreSharedUntilSomethingChanges) {
     EXPECT_THAT(choices()->items(), ElementsAre("T", "Mine", "S"));
     objects = parsed(objectList(object("TRAY", "Other")));
     EXPECT_THAT(choices()->items(), ElementsAre("Other", "Mine"));
-    handler.forget();
+    handler.forget(objects);
     EXPECT_THAT(choices()->items(), ElementsAre("Other", "Mine"));
     EXPECT_THAT(first->items(), ElementsAre("T", "Any", "S", "Any"));
 
