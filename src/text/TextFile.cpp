@@ -1,6 +1,10 @@
 #include "text/TextFile.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <optional>
 
@@ -90,17 +94,35 @@ Family familyOf(std::string_view encoding) {
 
 constexpr bool isAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
 
+// The bits that ASCII leaves clear, eight bytes at a time: nearly all there is.
+using Mask = std::array<unsigned char, 8>;
+constexpr Mask aboveAscii{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+constexpr Mask aboveAsciiLittleEndian{0x80, 0xFF, 0x80, 0xFF, 0x80, 0xFF, 0x80, 0xFF};
+constexpr Mask aboveAsciiBigEndian{0xFF, 0x80, 0xFF, 0x80, 0xFF, 0x80, 0xFF, 0x80};
+
+// The end of the run of bytes from `at` on that have none of these bits; up to seven bytes of it may be left.
+std::size_t endOfRun(std::string_view bytes, std::size_t at, const Mask& mask) noexcept {
+    const auto bits = std::bit_cast<std::uint64_t>(mask);
+    for (std::uint64_t word = 0; at + sizeof word <= bytes.size(); at += sizeof word) {
+        std::memcpy(&word, bytes.data() + at, sizeof word);
+        if ((word & bits) != 0) {
+            break;
+        }
+    }
+    return at;
+}
+
 std::string decodeUtf8(std::string_view bytes, std::size_t start) {
-    std::string_view rest = bytes.substr(start);
-    while (!rest.empty()) {
-        if (isAscii(rest.front())) {  // nearly all there is, and then a comparison is all it takes
-            rest.remove_prefix(1);
+    for (std::size_t at = endOfRun(bytes, start, aboveAscii); at < bytes.size();) {
+        if (isAscii(bytes[at])) {
+            ++at;
             continue;
         }
-        const std::size_t offset = bytes.size() - rest.size();
+        std::string_view rest = bytes.substr(at);
         if (takeCodePoint(rest) == invalidCodePoint) {
-            failAt(offset, "UTF-8", "a byte");
+            failAt(at, "UTF-8", "a byte");
         }
+        at = endOfRun(bytes, bytes.size() - rest.size(), aboveAscii);
     }
     return std::string(bytes.substr(start));
 }
@@ -119,15 +141,16 @@ std::string decodeUtf16(std::string_view bytes, std::size_t start, bool bigEndia
     std::size_t at = start;
     for (; at + 1 < bytes.size(); at += 2) {
         // Whole runs of ASCII at once: most methods are nothing else.
-        std::size_t run = 0;
+        std::size_t run = (endOfRun(bytes, at, bigEndian ? aboveAsciiBigEndian : aboveAsciiLittleEndian) - at) / 2;
         while (at + 2 * run + 1 < bytes.size() && unitAt(at + 2 * run) < 0x80) {
             ++run;
         }
         if (run > 0) {
             const std::size_t written = out.size();
             out.resize(written + run);
+            const char* const low = bytes.data() + at + (bigEndian ? 1 : 0);
             for (std::size_t i = 0; i < run; ++i) {
-                out[written + i] = static_cast<char>(unitAt(at + 2 * i));
+                out[written + i] = low[2 * i];
             }
             at += 2 * (run - 1);
             continue;

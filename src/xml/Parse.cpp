@@ -135,6 +135,7 @@ Load::Load(Tree& tree, std::string_view text)
     std::memcpy(buffer, text.data(), text.size());
     source_ = tree.source = {static_cast<const char*>(buffer), text.size()};
     tree.sourceOwner = parser_;
+    tree.expectNames(64);  // as many as a method has
     XML_SetReturnNSTriplet(parser_.get(), XML_TRUE);
     XML_SetUserData(parser_.get(), this);
     setHandlers();

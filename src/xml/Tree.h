@@ -124,6 +124,7 @@ class Tree {
     /// The name with prefix (may be empty), local part and namespace.
     [[nodiscard]] const Name* name(std::string_view prefix, std::string_view local, std::string_view uri);
     [[nodiscard]] std::size_t nameCount() const noexcept { return names_.size(); }
+    void expectNames(std::size_t count) { names_.reserve(count); }
 
     /// The attribute of an element by qualified name, declarations left out; null when there is none.
     [[nodiscard]] static Attribute* findAttribute(const Branch& element, std::string_view qualified) noexcept;
