@@ -12,6 +12,8 @@ namespace {
 
 using method::MethodVersion;
 using method::ValueChange;
+using method::format::currentVersion;
+using method::format::currentVersionText;
 
 // What the editor would leave out of what it writes, or write in another way than it read it.
 constexpr std::array<std::string_view, 7> losses{"syringe-unknown", "sequence-empty",      "step-malformed",
@@ -61,8 +63,8 @@ std::string Embedder::objection(const method::Inspection& inspection) const {
     if (version == MethodVersion::Unsupported) {
         return "its version is not known";
     }
-    if (purpose_ == EmbedPurpose::Update && version != MethodVersion::Four) {
-        return "it is not of version 04: use convert";
+    if (purpose_ == EmbedPurpose::Update && version != currentVersion) {
+        return "it is not of version " + std::string(currentVersionText) + ": use convert";
     }
     if (inspection.verification.code != 0) {
         return inspection.content.isSigned ? "its signature does not match" : "it is not signed";
@@ -72,7 +74,7 @@ std::string Embedder::objection(const method::Inspection& inspection) const {
 
 bool Embedder::isWanted(const method::Inspection& inspection) const {
     if (purpose_ == EmbedPurpose::Convert) {
-        return inspection.verification.version != MethodVersion::Four;
+        return inspection.verification.version != currentVersion;
     }
     return inspection.isOutdated();
 }
@@ -97,7 +99,7 @@ Outcome Embedder::rewrite(const MethodToWrite& method) {
         return finding.kind->severity == Severity::Error;
     });
     outcome.status = hasErrors ? ExitStatus::Findings : ExitStatus::Well;
-    const std::string done = isConvert ? "converted to version 04" : "updated";
+    const std::string done = isConvert ? "converted to version " + std::string(currentVersionText) : "updated";
     tellReport(method, outcome,
                {isConvert ? "converted" : "updated", (arguments_->write.dryRun ? "would be " : "") + done,
                 std::move(changes), std::move(findings)});
@@ -110,8 +112,12 @@ Outcome Embedder::embed(const MethodFile& file) {
     Outcome outcome;
     auto refusal = objection(result.inspection);
     if (refusal.empty() && !isWanted(result.inspection)) {
-        tellReport(method, outcome,
-                   {"unchanged", purpose_ == EmbedPurpose::Convert ? "is of version 04" : "is up to date", {}, {}});
+        tellReport(
+            method, outcome,
+            {"unchanged",
+             purpose_ == EmbedPurpose::Convert ? "is of version " + std::string(currentVersionText) : "is up to date",
+             {},
+             {}});
         passThrough(method, arguments_->write, outcome);
         return outcome;
     }

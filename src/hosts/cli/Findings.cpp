@@ -11,6 +11,8 @@ namespace vrn::cli {
 namespace {
 
 using method::MethodVersion;
+using method::format::currentVersion;
+using method::format::currentVersionText;
 
 constexpr std::array kinds{
     FindingKind{"signature-missing", Severity::Error, "The method has no signature: the editor refuses it."},
@@ -72,7 +74,7 @@ class Collector {
         for (const auto& cycle : inspection_->cycles) {
             addCycle(cycle);
         }
-        if (inspection_->verification.version == MethodVersion::Four) {
+        if (inspection_->verification.version == currentVersion) {
             addRecorded();
         }
         for (const auto& fault : inspection_->catalogueFaults) {
@@ -120,10 +122,10 @@ class Collector {
         if (verification.version == MethodVersion::Unsupported) {
             add("version-unsupported", "says version " + verification.unsupportedVersion + ", which is not known",
                 "use the editor that wrote it");
-        } else if (verification.version != MethodVersion::Four) {
+        } else if (verification.version != currentVersion) {
             const auto& version = inspection_->content.version;
             add("version-old", version ? "is of version " + *version : "says no version",
-                "bring it to version 04 with: vrnmethod convert");
+                "bring it to version " + std::string(currentVersionText) + " with: vrnmethod convert");
         }
     }
 
@@ -247,7 +249,7 @@ class Collector {
     // What mends a method of the current version that is intact may not be possible with this one.
     void adaptFixes() {
         const auto version = inspection_->verification.version;
-        const bool isOld = version != MethodVersion::Four && version != MethodVersion::Unsupported;
+        const bool isOld = version != currentVersion && version != MethodVersion::Unsupported;
         const bool isIntact = inspection_->verification.code == 0;
         const bool hasOtherErrors = std::any_of(findings_.begin(), findings_.end(), [](const Finding& finding) {
             return finding.kind->severity == Severity::Error && !concernsSignature(finding);

@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include "method/Format.h"
 #include "method/MethodContent.h"
+#include "services/Signature.h"
 #include "services/SignatureProfile.h"
 
 namespace vrn::cli {
+
+namespace format = method::format;
 
 namespace {
 
@@ -14,24 +18,24 @@ namespace {
 xml::Node headElement(const xml::Node& root, std::string_view code) {
     if (code.starts_with("signature-")) {
         const auto signatures = services::signatureChildren(root);
-        return signatures.empty() ? root.child("Signature") : signatures.front();
+        return signatures.empty() ? root.child(services::signatureElementV23) : signatures.front();
     }
     if (code.starts_with("version-")) {
-        return root.child("VERSION");
+        return root.child(format::version.name());
     }
     if (code.starts_with("syringe-")) {
-        return root.selectSingleNode("Syringe/SyringeSize");
+        return root.selectSingleNode(format::syringeSize.belowRoot());
     }
     if (code.starts_with("sequence-")) {
-        return root.selectSingleNode("Macros/MacroVariable");
+        return root.selectSingleNode(format::sequence.belowRoot());
     }
     if (code == "atoms-differ") {
-        return root.child("ATOMLINE");
+        return root.child(format::atoms.name());
     }
     if (code == "names-differ") {
-        return root.child("SLCONFIG");
+        return root.child(format::configuration.name());
     }
-    return root.selectSingleNode("Macros/MacroData");
+    return root.selectSingleNode(format::cycles.belowRoot());
 }
 
 bool concernsPart(std::string_view code) {
@@ -49,8 +53,8 @@ void locate(std::vector<Finding>& findings, const xml::Document& document) {
     }
     const auto steps = method::stepNodes(document);
     const auto cycles = method::embeddedCycles(document);
-    const auto data = root.selectSingleNode("Macros/MacroData");
-    const auto cycleNames = data ? data.children("MacroName") : std::vector<xml::Node>();
+    const auto data = root.selectSingleNode(format::cycles.belowRoot());
+    const auto cycleNames = data ? data.children(format::cycleHeading.name()) : std::vector<xml::Node>();
     const auto placeOf = [&root](const xml::Node& node) { return (node ? node : root).position(); };
     for (auto& finding : findings) {
         if (!finding.file.empty()) {

@@ -6,7 +6,17 @@ namespace vrn::cli {
 
 namespace {
 
-void addEmbedding(CLI::App& tool, Session& session, EmbedPurpose purpose, const char* name, const char* summary,
+std::string olderVersions() {
+    std::string versions;
+    for (const auto& known : method::format::knownVersions) {
+        if (known.version != method::format::currentVersion) {
+            versions.append(versions.empty() ? "" : ", ").append(known.text);
+        }
+    }
+    return versions;
+}
+
+void addEmbedding(CLI::App& tool, Session& session, EmbedPurpose purpose, const char* name, const std::string& summary,
                   const char* footer) {
     Command command(tool, name, summary);
     const auto arguments = std::make_shared<EmbedArguments>();
@@ -33,7 +43,8 @@ void addUpdate(CLI::App& tool, Session& session) {
 
 void addConvert(CLI::App& tool, Session& session) {
     addEmbedding(tool, session, EmbedPurpose::Convert, "convert",
-                 "Bring methods of version 02, 03 or none to version 04",
+                 "Bring methods of version " + olderVersions() + " or none to version " +
+                     std::string(method::format::currentVersionText),
                  "The old signature is verified first. The result holds the catalogue's cycles and is signed.\n\n"
                  "Examples:\n"
                  "  vrnmethod convert --set instrument/ --dry-run archive/\n"
