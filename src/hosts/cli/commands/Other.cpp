@@ -43,7 +43,8 @@ void addHost(CLI::App& tool, Call& call) {
     command.callback([separator, &call] {
         auto services = services::embeddedServices();
         services.locale = std::make_shared<services::FixedLocaleService>(*separator);
-        script::ScriptHost(std::move(services)).run(call.console.in, call.console.out);
+        const auto host = script::makeScriptHost(std::move(services));
+        script::answerLines(*host, call.console.in, call.console.out);
     });
 }
 
