@@ -1,6 +1,7 @@
 #include "audit/AuditTrail.h"
 
 #include "audit/ChangeDetection.h"
+#include "method/Format.h"
 #include "method/MethodWriter.h"
 #include "method/Timestamps.h"
 #include "text/Ansi.h"
@@ -33,7 +34,7 @@ void addCycle(const method::EditorState& state, const xml::Document& audit) {
     if (changed) {
         Add_Node_To_MethodAuditTrail(state, audit, "Cycle", "name", newName);
     }
-    const auto oldDate = method::Timestamp(state, "/Method", state.domMethodBaseline.node());
+    const auto oldDate = method::Timestamp(state, method::format::root.path, state.domMethodBaseline.node());
     const auto newDate = method::CatalogueTimestamp(state, state.cboSelectedMacro.text());
     if (!text::equalInAnsi(oldDate, newDate)) {
         Add_Node_To_MethodAuditTrail(state, audit, "Cycle", "date", newDate);

@@ -3,19 +3,18 @@
 #include <algorithm>
 
 #include "audit/AuditTrail.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 
 namespace vrn::audit {
 
+namespace format = method::format;
+
 namespace {
 
-std::string textAt(const std::optional<xml::Document>& method, std::string_view path) {
-    const auto node = method ? method->selectSingleNode(path) : xml::Node();
-    return node ? node.text() : std::string();
+std::string textOf(const std::optional<xml::Document>& method, const format::Element& element) {
+    return method ? format::textOf(*method, element).value_or("") : std::string();
 }
-
-constexpr std::string_view stepPath = "/Method/Macros/MacroVariable/MacroValues";
-constexpr std::string_view linePath = "/Method/Macros/MacroData/MacroLine";
 
 template <typename Reader>
 void compareReadings(const method::EditorState& state, Reader&& reader, std::string& newText, bool& changed) {
@@ -29,23 +28,17 @@ void compareReadings(const method::EditorState& state, Reader&& reader, std::str
 }  // namespace
 
 std::string Cycle_name(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
-    return method::standardHandler(state, "Cycle_name ", [&] {
-        const auto step = textAt(method, stepPath);
-        return std::string(text::before(step, "("));
-    });
+    return method::standardHandler(state, "Cycle_name ",
+                                   [&] { return std::string(format::comparedName(textOf(method, format::step))); });
 }
 
 std::string Syringe_size(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
-    return method::standardHandler(state, "Syringe_size ",
-                                   [&] { return textAt(method, "/Method/Syringe/SyringeSize"); });
+    return method::standardHandler(state, "Syringe_size ", [&] { return textOf(method, format::syringeSize); });
 }
 
 std::string Params_List(const method::EditorState& state, const std::optional<xml::Document>& method) noexcept {
-    return method::standardHandler(state, "Params_List ", [&] {
-        const auto step = textAt(method, stepPath);
-        const auto open = step.find('(');
-        return open == std::string::npos ? std::string() : text::replacedAll(step.substr(open + 1), ")", "");
-    });
+    return method::standardHandler(state, "Params_List ",
+                                   [&] { return format::comparedValues(textOf(method, format::step)); });
 }
 
 std::string Param_name(const method::EditorState& state, const xml::Node& line) noexcept {
@@ -79,7 +72,7 @@ void Compare_params(const method::EditorState& state, const xml::Document& audit
             return;
         }
         // The line at the position of the value: lines and values are walked together.
-        auto line = state.domNewMethod ? state.domNewMethod->selectSingleNode(linePath) : xml::Node();
+        auto line = state.domNewMethod ? state.domNewMethod->selectSingleNode(format::cycleLine.path) : xml::Node();
         for (std::size_t i = 0; i < std::max(oldItems.size(), newItems.size()); ++i) {
             if (i >= newItems.size()) {
                 errors::throwSubscriptOutOfRange();

@@ -6,13 +6,17 @@
 #include <unordered_map>
 #include <utility>
 
+#include "method/Format.h"
 #include "method/MethodContent.h"
+#include "services/Signature.h"
 #include "services/SignatureProfile.h"
 #include "text/Alignment.h"
 #include "text/Lists.h"
 #include "xml/ComparedTree.h"
 
 namespace vrn::audit {
+
+namespace format = method::format;
 
 namespace {
 
@@ -33,7 +37,7 @@ Step stepFrom(const NamesByCycle& cycles, const std::string& text) {
     Step step{text, text, {}};
     method::MethodMacroEntry entry;
     try {
-        entry = method::stepOf(text);
+        entry = format::stepOf(text);
     } catch (const errors::Error&) {
         return step;  // no step by its form: reported as it is
     }
@@ -217,7 +221,7 @@ std::string plainDescription(const std::string& description) {
 // attribute, a cycle's name without its brackets, a text with white space at its ends stay.
 class Rest {
   public:
-    explicit Rest(const xml::Document& method) : tree_(xml::treeOf(method)), root_(tree_.child("Method")) {}
+    explicit Rest(const xml::Document& method) : tree_(xml::treeOf(method)), root_(tree_.child(format::root.name())) {}
 
     [[nodiscard]] const xml::ComparedTree& tree() const { return tree_; }
 
@@ -235,22 +239,24 @@ class Rest {
                 rest->takeOutDescription();
             }
         }
-        takeOutLeaf(before, after, "", "VERSION");
-        takeOutLeaf(before, after, "Syringe", "SyringeSize");
-        takeOutIfEmptied(before, after, "Syringe");
-        takeOutIfEmptied(before, after, "Description");
+        takeOutLeaf(before, after, format::version);
+        takeOutLeaf(before, after, format::syringeSize);
+        takeOutIfEmptied(before, after, format::syringe);
+        takeOutIfEmptied(before, after, format::description);
     }
 
   private:
-    [[nodiscard]] xml::ComparedTree* at(std::string_view first, std::string_view second = {}) {
-        auto* const found = first.empty() ? root_ : root_->child(first);
-        return found == nullptr || second.empty() ? found : found->child(second);
+    [[nodiscard]] xml::ComparedTree* at(const format::Element& element) {
+        auto* found = root_;
+        text::forEachItem(element.belowRoot(), "/",
+                          [&found](std::string_view name) { found = found == nullptr ? nullptr : found->child(name); });
+        return found;
     }
 
     // Of either form.
     static bool isSignature(const xml::ComparedTree& tree) {
         if (tree.namespaceUri.empty()) {
-            return tree.name == "Signature";
+            return tree.name == services::signatureElementV23;
         }
         xml::ElementView view;
         view.localName = std::string_view(tree.name).substr(tree.name.find(':') + 1);
@@ -260,70 +266,65 @@ class Rest {
     void takeOutSignature() { std::erase_if(root_->children, isSignature); }
     void takeOutDate() {
         std::erase_if(root_->attributes, [](const xml::TreeAttribute& attribute) {
-            return attribute.name == "LastModifiedTimestamp" && !attribute.value.empty();
+            return attribute.name == format::timestampAttribute && !attribute.value.empty();
         });
     }
     void takeOutSteps() {
-        if (auto* const sequence = at("Macros", "MacroVariable")) {
+        if (auto* const sequence = at(format::sequence)) {
             std::erase_if(sequence->children, [](const xml::ComparedTree& step) {
-                return step.name == "MacroValues" && step.isPlainLeaf() && !step.children.empty();
+                return step.name == format::step.name() && step.isPlainLeaf() && !step.children.empty();
             });
         }
     }
     void takeOutCycles() {
-        auto* const data = at("Macros", "MacroData");
+        auto* const data = at(format::cycles);
         if (data == nullptr) {
             return;
         }
         bool isInCycle = false;  // lines before the first name belong to none
         std::erase_if(data->children, [&isInCycle](const xml::ComparedTree& node) {
-            const auto text = node.leafText();
-            if (node.name == "MacroName") {
+            if (node.name == format::cycleHeading.name()) {
                 isInCycle = true;
-                return node.isPlainLeaf() && text.starts_with("[MACRO ") && text.ends_with("]");
+                return node.isPlainLeaf() && format::nameInHeading(node.leafText()).has_value();
             }
-            return isInCycle && node.name == "MacroLine" && node.isPlainLeaf();
+            return isInCycle && node.name == format::cycleLine.name() && node.isPlainLeaf();
         });
     }
     void takeOutDescription() {
-        if (auto* const description = at("Description")) {
+        if (auto* const description = at(format::description)) {
             std::erase_if(description->children, [](const xml::ComparedTree& line) {
-                return line.name == "DescriptionLine" && line.isPlainLeaf();
+                return line.name == format::descriptionLine.name() && line.isPlainLeaf();
             });
         }
     }
-    static void takeOutLeaf(Rest& before, Rest& after, std::string_view parent, std::string_view name) {
-        auto* const old = before.plainLeaf(parent, name);
-        auto* const now = after.plainLeaf(parent, name);
+    static void takeOutLeaf(Rest& before, Rest& after, const format::Element& element) {
+        auto* const old = before.plainLeaf(element);
+        auto* const now = after.plainLeaf(element);
         if (old != nullptr && now != nullptr) {
             old->children.clear();
             now->children.clear();
-        } else if (old != nullptr && !after.has(parent, name)) {
-            before.erase(parent, old);
-        } else if (now != nullptr && !before.has(parent, name)) {
-            after.erase(parent, now);
+        } else if (old != nullptr && after.at(element) == nullptr) {
+            before.erase(element, old);
+        } else if (now != nullptr && before.at(element) == nullptr) {
+            after.erase(element, now);
         }
     }
-    [[nodiscard]] bool has(std::string_view parent, std::string_view name) {
-        auto* const tree = at(parent);
-        return tree != nullptr && tree->child(name) != nullptr;
-    }
-    [[nodiscard]] xml::ComparedTree* plainLeaf(std::string_view parent, std::string_view name) {
-        auto* const tree = at(parent);
-        auto* const leaf = tree == nullptr ? nullptr : tree->child(name);
+    [[nodiscard]] xml::ComparedTree* plainLeaf(const format::Element& element) {
+        auto* const leaf = at(element);
         return leaf != nullptr && leaf->isPlainLeaf() && !leaf->children.empty() ? leaf : nullptr;
     }
-    void erase(std::string_view parent, const xml::ComparedTree* child) {
-        std::erase_if(at(parent)->children, [child](const xml::ComparedTree& each) { return &each == child; });
+    void erase(const format::Element& element, const xml::ComparedTree* child) {
+        std::erase_if(at(element.parent())->children,
+                      [child](const xml::ComparedTree& each) { return &each == child; });
     }
     // An element that one method alone has, with nothing in it but what was reported.
-    static void takeOutIfEmptied(Rest& before, Rest& after, std::string_view name) {
-        auto* const old = before.at(name);
-        auto* const now = after.at(name);
+    static void takeOutIfEmptied(Rest& before, Rest& after, const format::Element& element) {
+        auto* const old = before.at(element);
+        auto* const now = after.at(element);
         if (old != nullptr && now == nullptr && old->children.empty() && old->attributes.empty()) {
-            before.erase("", old);
+            before.erase(element, old);
         } else if (now != nullptr && old == nullptr && now->children.empty() && now->attributes.empty()) {
-            after.erase("", now);
+            after.erase(element, now);
         }
     }
 

@@ -4,6 +4,7 @@
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterDefinition.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
 
@@ -11,13 +12,8 @@ namespace vrn::catalogue {
 
 namespace {
 
-// The values behind the first "(" of a step or atom call, its last character (the closing parenthesis) dropped.
 void addArguments(const std::string& call, UdonCollection& udons) {
-    const auto open = call.find('(');
-    if (open == std::string::npos || open + 1 >= call.size()) {
-        return;
-    }
-    text::forEachItem(std::string_view(call).substr(open + 1, call.size() - open - 2), ",",
+    text::forEachItem(method::format::recordedArguments(call), ",",
                       [&udons](std::string_view value) { udons.addValue(value); });
 }
 
@@ -75,8 +71,8 @@ void UdonCollection::addValue(std::string_view value) {
 
 void CheckMacroValues(method::EditorState& state, const xml::Document& method, UdonCollection& udons) {
     standardHandler(state, "CheckMacroValues ", [&] {
-        const auto sequence = method.selectSingleNode("/Method/Macros/MacroVariable");
-        for (const auto& step : childrenNamed(sequence, "MacroValues")) {
+        const auto sequence = method.selectSingleNode(method::format::sequence.path);
+        for (const auto& step : childrenNamed(sequence, method::format::step.name())) {
             addArguments(step.text(), udons);
         }
     });
@@ -84,7 +80,8 @@ void CheckMacroValues(method::EditorState& state, const xml::Document& method, U
 
 void CheckCycleUdons(method::EditorState& state, const xml::Document& method, UdonCollection& udons) {
     standardHandler(state, "CheckCycleUdons ", [&] {
-        for (const auto& atom : childrenNamed(method.selectSingleNode("Method/ATOMLINE"), "ATOM")) {
+        for (const auto& atom :
+             childrenNamed(method.selectSingleNode(method::format::atoms.path), method::format::atom.name())) {
             addArguments(atom.text(), udons);
         }
     });

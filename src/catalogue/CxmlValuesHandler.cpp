@@ -5,6 +5,7 @@
 
 #include "catalogue/NameSearch.h"
 #include "errors/Handlers.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 
 namespace vrn::catalogue {
@@ -60,8 +61,10 @@ const ArgumentsIndex& CxmlValuesHandler::configuration(const xml::Document& conf
 }
 
 const ArgumentsIndex& CxmlValuesHandler::baselineArguments(const xml::Document& method) {
-    return keep(baseline_, method,
-                [&] { return ArgumentsIndex(childrenNamed(method.selectSingleNode("Method/Arguments"), "OBJECT")); });
+    return keep(baseline_, method, [&] {
+        return ArgumentsIndex(
+            childrenNamed(method.selectSingleNode(method::format::arguments.path), method::format::object.name()));
+    });
 }
 
 void CxmlValuesHandler::forget(const xml::Document& document) {

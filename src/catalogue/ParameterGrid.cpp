@@ -8,10 +8,10 @@
 #include "catalogue/ParameterDefinition.h"
 #include "catalogue/ParameterModel.h"
 #include "method/Enabling.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
 #include "text/Unicode.h"
-#include "xml/Serialiser.h"
 
 namespace vrn::catalogue {
 
@@ -35,11 +35,10 @@ std::string atomLineOf(const xml::Node& macro) {
     std::string line;
     const auto atoms = macro.child("Atom");
     for (const auto& atom : childrenNamed(atoms, "AtomValue")) {
-        line += line.empty() ? "<ATOM>" : "\r\n<ATOM>";
         // Nothing looks at white space at its ends, and a text of that alone would not survive every library.
-        xml::appendEscapedText(line, text::trimXmlSpace(atom.text()));
-        line += "</ATOM>";
+        method::format::appendLeaf(line, method::format::atom, text::trimXmlSpace(atom.text()));
     }
+    line.resize(line.find_last_not_of(text::crlf) + 1);
     return line;
 }
 

@@ -7,6 +7,7 @@
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterGrid.h"
 #include "method/Enabling.h"
+#include "method/Format.h"
 #include "method/MethodReader.h"
 #include "method/MethodText.h"
 #include "method/Timestamps.h"
@@ -64,7 +65,7 @@ void requireCatalogues(EditorState& state) {
 }
 
 void showEmptyMethod(EditorState& state) {
-    state.domMethod.loadXML(emptyMethodTemplate());
+    state.domMethod.loadXML(format::emptyMethod());
     reportParseError(state, state.domMethod, "Error parsing method xml");
     catalogue::FillMacros(state);
     catalogue::fillSyringesize(state);

@@ -7,6 +7,7 @@
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/ParameterDefinition.h"
+#include "method/Format.h"
 #include "method/RecordedParts.h"
 #include "method/Timestamps.h"
 #include "text/Lists.h"
@@ -58,7 +59,7 @@ std::vector<MethodMacroEntry> referencesIn(const std::vector<InspectedStep>& ste
 }
 
 // The values between a step's parentheses.
-std::vector<std::string_view> valuesOf(std::string_view text, const StepParentheses& at) {
+std::vector<std::string_view> valuesOf(std::string_view text, const format::StepParentheses& at) {
     std::vector<std::string_view> values;
     auto rest = text.substr(at.open + 1, at.close - at.open - 1);
     if (rest.empty()) {
@@ -156,7 +157,7 @@ const CatalogueFault* Inspector::faultOf(const std::string& macro) {
 InspectedStep Inspector::inspectStep(std::string_view text, Inspection& inspection) {
     InspectedStep step;
     step.text = text;
-    const auto parentheses = parenthesesOf(text);
+    const auto parentheses = format::parenthesesOf(text);
     step.readable = parentheses.has_value();
     if (!step.readable) {
         return step;

@@ -4,35 +4,23 @@
 
 #include "catalogue/Indexes.h"
 #include "catalogue/ParameterDefinition.h"
-#include "method/MethodText.h"
+#include "method/Format.h"
 #include "services/SignatureProfile.h"
 #include "text/Lists.h"
 
 namespace vrn::method {
 
-namespace {
-
-std::string cycleName(std::string_view text) {
-    constexpr std::string_view prefix = "[MACRO ";
-    if (!text.starts_with(prefix) || !text.ends_with(']')) {
-        return std::string(text);
-    }
-    return std::string(text.substr(prefix.size(), text.size() - prefix.size() - 1));
-}
-
-}  // namespace
-
 std::string descriptionOf(const xml::Document& method) {
     std::string lines;
-    if (const auto description = method.selectSingleNode("Method/Description")) {
+    if (const auto description = method.selectSingleNode(format::description.path)) {
         catalogue::forEachContentChild(description, [&](const xml::Node& /*node*/, std::string_view line,
                                                         bool /*isElement*/) { lines.append(line).append(text::crlf); });
     }
-    return ReverseDescription(std::move(lines));
+    return format::ReverseDescription(std::move(lines));
 }
 
 void forEachStep(const xml::Document& method, const MeetStep& meet) {
-    const auto sequence = method.selectSingleNode("Method/Macros/MacroVariable");
+    const auto sequence = method.selectSingleNode(format::sequence.path);
     if (!sequence) {
         return;
     }
@@ -61,40 +49,17 @@ std::vector<xml::Node> stepNodes(const xml::Document& method) {
     return nodes;
 }
 
-std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept {
-    const auto open = text.find('(');
-    const auto close = text.find(')');
-    if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
-        return std::nullopt;
-    }
-    return StepParentheses{open, close};
-}
-
-MethodMacroEntry stepOf(std::string_view text) {
-    const auto parentheses = parenthesesOf(text);
-    if (!parentheses) {
-        errors::throwInvalidProcedureCall();
-    }
-    const auto [open, close] = *parentheses;
-    MethodMacroEntry entry;
-    entry.MacroName = text.substr(0, open);
-    if (auto values = text::split(text.substr(open + 1, close - open - 1), ","); !values.empty()) {
-        entry.MacroValues = std::move(values);
-    }
-    return entry;
-}
-
 std::vector<EmbeddedCycle> embeddedCycles(const xml::Document& method) {
     std::vector<EmbeddedCycle> cycles;
-    const auto data = method.selectSingleNode("Method/Macros/MacroData");
+    const auto data = method.selectSingleNode(format::cycles.path);
     if (!data) {
         return cycles;
     }
     for (auto& child : catalogue::contentChildren(data)) {
         const auto kind = child.isElement ? child.node.name() : std::string();
-        if (kind == "MacroName") {
-            cycles.push_back({cycleName(child.text), {}});
-        } else if (kind == "MacroLine" && !cycles.empty()) {
+        if (kind == format::cycleHeading.name()) {
+            cycles.push_back({std::string(format::nameInHeading(child.text).value_or(child.text)), {}});
+        } else if (kind == format::cycleLine.name() && !cycles.empty()) {
             cycles.back().definitions.push_back(std::move(child.text));
         }
     }
@@ -118,18 +83,14 @@ std::vector<std::string> parameterNames(const std::vector<std::string>& definiti
 
 MethodContent contentOf(const xml::Document& method) {
     MethodContent content;
-    if (const auto version = method.selectSingleNode("Method/VERSION")) {
-        content.version = version.text();
-    }
+    content.version = format::textOf(method, format::version);
     content.description = descriptionOf(method);
-    if (const auto syringe = method.selectSingleNode("/Method/Syringe/SyringeSize")) {
-        content.syringe = syringe.text();
-    }
+    content.syringe = format::textOf(method, format::syringeSize);
     content.steps = stepTexts(method);
     content.cycles = embeddedCycles(method);
-    if (const auto root = method.selectSingleNode("/Method")) {
-        content.isSigned = root.child("Signature") || !services::signatureChildren(root).empty();
-        content.timestamp = root.attribute("LastModifiedTimestamp").value_or("");
+    if (const auto root = method.selectSingleNode(format::root.path)) {
+        content.isSigned = root.child(services::signatureElementV23) || !services::signatureChildren(root).empty();
+        content.timestamp = root.attribute(format::timestampAttribute).value_or("");
     }
     return content;
 }

@@ -25,16 +25,6 @@ void forEachStep(const xml::Document& method, const MeetStep& meet);
 /// The node of each of these steps.
 [[nodiscard]] std::vector<xml::Node> stepNodes(const xml::Document& method);
 
-/// Where the values of a step's text stand: between the first "(" and the first ")". Nothing without these in this order.
-struct StepParentheses {
-    std::size_t open = 0;
-    std::size_t close = 0;
-};
-[[nodiscard]] std::optional<StepParentheses> parenthesesOf(std::string_view text) noexcept;
-
-/// A step's text as name and values. Error 5 for a text without parentheses in this order.
-[[nodiscard]] MethodMacroEntry stepOf(std::string_view text);
-
 /// A cycle as the method embeds it.
 struct EmbeddedCycle {
     std::string name;

@@ -1,8 +1,8 @@
 #include "method/MethodReader.h"
 
 #include "method/Enabling.h"
+#include "method/Format.h"
 #include "method/MethodContent.h"
-#include "method/MethodText.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
 
@@ -11,8 +11,8 @@ namespace vrn::method {
 namespace {
 
 void selectSyringe(EditorState& state) {
-    const auto size = state.domMethod.selectSingleNode("/Method/Syringe/SyringeSize");
-    const auto index = size ? state.cboSyringe.indexOf(size.text()) : controls::noSelection;
+    const auto size = format::textOf(state.domMethod, format::syringeSize);
+    const auto index = size ? state.cboSyringe.indexOf(*size) : controls::noSelection;
     state.cboSyringe.setListIndex(index);
     if (index == controls::noSelection) {
         messageBox(state, "Unable to retreive syrsize from method", errors::styleInformation);
@@ -21,7 +21,7 @@ void selectSyringe(EditorState& state) {
 
 // Reads one step; false when its cycle is not in the catalogue.
 bool readStep(EditorState& state, const xml::Node& node, std::string_view text) {
-    auto entry = stepOf(text);
+    auto entry = format::stepOf(text);
     if (state.cboSelectedMacro.indexOf(entry.MacroName) == controls::noSelection) {
         messageBox(state, "Cycle " + entry.MacroName + " does not exist.", errors::styleError);
         state.MethodEditorError.raise(errors::cycleDoesNotExist, "Cycle does not exist.", "FillMethod ");
@@ -55,7 +55,7 @@ void FillMethod(EditorState& state) noexcept {
         state.txtMethodDescription.setText({});
         ResetSequence(state);
         if (!state.domMethod.hasChildNodes()) {
-            state.domMethod.loadXML(emptyMethodTemplate());
+            state.domMethod.loadXML(format::emptyMethod());
         }
         state.txtMethodDescription.setText(descriptionOf(state.domMethod));
         selectSyringe(state);

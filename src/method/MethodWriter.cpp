@@ -3,24 +3,21 @@
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/NameSearch.h"
 #include "catalogue/ParameterDefinition.h"
+#include "method/Format.h"
 #include "method/MethodText.h"
 #include "method/Timestamps.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
-#include "xml/Serialiser.h"
 
 namespace vrn::method {
 
 namespace {
 
-constexpr std::string_view emptyStep = "<MacroValues></MacroValues>\r\n";
-constexpr std::string_view defaultConfigObject =
-    "<OBJECT>\r\n<OBJECTNAME></OBJECTNAME>\r\n<UDON></UDON>\r\n</OBJECT>\r\n";
-
-std::string element(std::string_view name, std::string_view text) {
-    std::string out = "<" + std::string(name) + ">";
-    xml::appendContent(out, text);
-    return out + "</" + std::string(name) + ">\r\n";
+void appendObject(std::string& out, std::string_view name, std::string_view udon) {
+    format::appendOpened(out, format::object);
+    format::appendLeaf(out, format::objectName, name);
+    format::appendLeaf(out, format::udon, udon);
+    format::appendClosed(out, format::object);
 }
 
 // What the user has entered and not stored goes in first, as by the button that would store it.
@@ -41,29 +38,18 @@ struct Sequence {
     UdonsByMacro udons;
 };
 
-// `call` is room for the step's text that many steps share.
-void appendStep(std::string& text, const MethodMacroEntry& step, std::string& call) {
-    if (step.MacroName.empty() && !step.MacroValues) {
-        text += emptyStep;
-        return;
-    }
-    call = step.MacroName;
-    call += '(';
-    if (step.MacroValues) {
-        text::appendJoined(call, *step.MacroValues, ",");
-    }
-    call += ')';
-    text += "<MacroValues>";
-    xml::appendContent(text, call);
-    text += "</MacroValues>\r\n";
-}
+bool isEmptyRecord(const MethodMacroEntry& step) { return step.MacroName.empty() && !step.MacroValues; }
 
 Sequence sequenceOf(const EditorState& state) {
     Sequence sequence;
     std::vector<std::string> distinct;
-    std::string call;
+    std::string call;  // room for the text that many steps share
     for (const auto& step : state.arrMethodMacros) {
-        appendStep(sequence.text, step, call);
+        call.clear();
+        if (!isEmptyRecord(step)) {
+            format::appendStep(call, step);
+        }
+        format::appendLeaf(sequence.text, format::step, call);
         auto [entry, isNew] = sequence.udons.try_emplace(step.MacroName);
         if (isNew) {
             distinct.push_back(step.MacroName);
@@ -88,22 +74,34 @@ std::string assemble(EditorState& state, const Sequence& sequence) {
     const auto macroData = MacrosData(state, sequence.names, sequence.udons, configObjects);
     state.strUnits = state.xmlValues->UnitsInOneMacro(
         catalogue::withoutContainedNames(text::split(sequence.names, ";")), state.domMacros);
+    if (configObjects.empty()) {
+        appendObject(configObjects, {}, {});
+    }
     state.strSlConfig.clear();
-    if (!configObjects.empty()) {
-        state.strSlConfig = "<SLCONFIG>\r\n" + configObjects + "</SLCONFIG>\r\n";
-    }
-    if (state.strSlConfig.empty()) {
-        state.strSlConfig = "<SLCONFIG>\r\n" + std::string(defaultConfigObject) + "</SLCONFIG>\r\n";
-    }
+    format::appendOpened(state.strSlConfig, format::configuration);
+    state.strSlConfig += configObjects;
+    format::appendClosed(state.strSlConfig, format::configuration);
     std::string text;
     text.reserve(sequence.text.size() + macroData.size() + state.strSlConfig.size() + state.strAtomLine.size() + 1024);
-    text += methodDeclaration;
-    text += "\r\n<Method>\r\n<Syringe>\r\n" + element("SyringeSize", state.cboSyringe.text()) + "</Syringe>\r\n";
-    text.append("<Macros>\r\n<MacroVariable>\r\n").append(sequence.text).append("</MacroVariable>\r\n");
-    text.append("<MacroData>\r\n").append(macroData).append("</MacroData>\r\n</Macros>\r\n");
+    text.append(format::declaration).append(text::crlf);
+    format::appendOpened(text, format::root);
+    format::appendOpened(text, format::syringe);
+    format::appendLeaf(text, format::syringeSize, state.cboSyringe.text());
+    format::appendClosed(text, format::syringe);
+    format::appendOpened(text, format::macros);
+    format::appendOpened(text, format::sequence);
+    text += sequence.text;
+    format::appendClosed(text, format::sequence);
+    format::appendOpened(text, format::cycles);
+    text += macroData;
+    format::appendClosed(text, format::cycles);
+    format::appendClosed(text, format::macros);
     text += state.strSlConfig;
-    text.append("<ATOMLINE>\r\n").append(state.strAtomLine);
-    text += "</ATOMLINE>\r\n<VERSION>04</VERSION>\r\n</Method>\r\n";
+    format::appendOpened(text, format::atoms);
+    text += state.strAtomLine;
+    format::appendClosed(text, format::atoms);
+    format::appendLeaf(text, format::version, format::currentVersionText);
+    format::appendClosed(text, format::root);
     return text;
 }
 
@@ -111,18 +109,18 @@ std::optional<xml::Document> build(EditorState& state) {
     if (!commitGrid(state)) {
         return std::nullopt;
     }
-    const auto sequence = sequenceOf(state);
-    if (sequence.text == emptyStep) {
+    if (state.arrMethodMacros.size() == 1 && isEmptyRecord(state.arrMethodMacros.front())) {
         return std::nullopt;
     }
     xml::Document method;
-    if (!method.loadXML(assemble(state, sequence))) {
+    if (!method.loadXML(assemble(state, sequenceOf(state)))) {
         messageBox(state, parseErrorReport("Error parsing Method xml", method.parseError()), errors::styleError);
         return std::nullopt;
     }
     MethodSigner signer(state);
-    AddAttribute(state, method, "/Method", "TimingInformationID", AddTimingInformationID(state, method, signer));
-    AddAttribute(state, method, "/Method", "LastModifiedTimestamp",
+    AddAttribute(state, method, format::root.path, format::timingAttribute,
+                 AddTimingInformationID(state, method, signer));
+    AddAttribute(state, method, format::root.path, format::timestampAttribute,
                  CatalogueTimestamp(state, state.cboSelectedMacro.text()));
     AppendArgumentsNode(state, method, state.txtMethodDescription.text());
     AddUdonsToMethodDOMDocument(state, method, state.domConfig);
@@ -169,13 +167,11 @@ std::string OneMaroData(EditorState& state, const std::string& name, const Udons
         if (!macro) {
             return {};
         }
-        std::string data = "<MacroName>";
-        xml::appendCData(data, "[MACRO " + name + "]");
-        data += "</MacroName>\r\n";
+        std::string data;
+        format::appendCDataLeaf(data, format::cycleHeading, format::headingOf(name));
         for (const auto& line : catalogue::definitionTexts(macro)) {
-            data += "<MacroLine>";
-            xml::appendCData(data, text::trimXmlSpace(line).empty() ? std::string_view() : line);
-            data += "</MacroLine>\r\n";
+            format::appendCDataLeaf(data, format::cycleLine,
+                                    text::trimXmlSpace(line).empty() ? std::string_view() : line);
         }
         if (const auto used = udons.find(name); used != udons.end() && !used->second.names().empty()) {
             std::vector<std::string> categories;
@@ -195,8 +191,7 @@ std::string FillLocalConfigXml(EditorState& state, const std::string& names, con
         const auto udonItems = text::split(udons, ";");
         std::string objects;
         for (std::size_t i = 0; i < udonItems.size(); ++i) {
-            objects += "<OBJECT>\r\n" + element("OBJECTNAME", i < nameItems.size() ? nameItems[i] : std::string()) +
-                       element("UDON", udonItems[i]) + "</OBJECT>\r\n";
+            appendObject(objects, i < nameItems.size() ? nameItems[i] : std::string(), udonItems[i]);
         }
         return objects;
     });
@@ -212,26 +207,29 @@ void AppendArgumentsNode(EditorState& state, const xml::Document& method, std::s
         if (lines.empty()) {
             lines.emplace_back();
         }
-        const auto node = method.createElement("Description");
+        const auto node = method.createElement(format::description.name());
         for (const auto& line : lines) {
-            const auto lineNode = node.appendChild(method.createElement("DescriptionLine"));
+            const auto lineNode = node.appendChild(method.createElement(format::descriptionLine.name()));
             // As reading leaves it: white space at the ends does not come back, and a line of nothing else must leave no text.
-            lineNode.setText(ConvertDescription(std::string(text::trimXmlSpace(line))));
+            lineNode.setText(format::ConvertDescription(std::string(text::trimXmlSpace(line))));
         }
-        (void)method.selectSingleNode("/Method").insertBefore(node, method.selectSingleNode("/Method/Syringe"));
+        (void)method.selectSingleNode(format::root.path)
+            .insertBefore(node, method.selectSingleNode(format::syringe.path));
     });
 }
 
 void AppendArgumentsNode(EditorState& state, const xml::Document& method, const xml::Document& configuration,
                          const std::vector<std::string>& udons) noexcept {
     standardHandler(state, "AppendArgumentsNode ", [&] {
-        const auto arguments = method.createElement("Arguments");
+        const auto arguments = method.createElement(format::arguments.name());
         for (const auto& udon : udons) {
-            const auto object = arguments.appendChild(method.createElement("OBJECT"));
-            object.appendChild(method.createElement("OBJECTNAME")).setText(objectName(state, configuration, udon));
-            object.appendChild(method.createElement("UDON")).setText(udon);
+            const auto object = arguments.appendChild(method.createElement(format::object.name()));
+            object.appendChild(method.createElement(format::objectName.name()))
+                .setText(objectName(state, configuration, udon));
+            object.appendChild(method.createElement(format::udon.name())).setText(udon);
         }
-        (void)method.selectSingleNode("/Method").insertBefore(arguments, method.selectSingleNode("/Method/VERSION"));
+        (void)method.selectSingleNode(format::root.path)
+            .insertBefore(arguments, method.selectSingleNode(format::version.path));
     });
 }
 

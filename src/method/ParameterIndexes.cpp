@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "errors/Error.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 #include "text/Numbers.h"
 
@@ -46,11 +47,11 @@ std::string RemoveParamIndexFromMacroValues(const std::string& line, const std::
 }
 
 MacroDataLines::MacroDataLines(const xml::Document& method) {
-    const auto data = method.documentElement().selectSingleNode("Macros/MacroData");
+    const auto data = method.documentElement().selectSingleNode(format::cycles.belowRoot());
     if (!data) {
         errors::throwObjectNotSet();
     }
-    for (auto line = data.child("MacroLine"); line; line = line.nextOfSameName()) {
+    for (auto line = data.child(format::cycleLine.name()); line; line = line.nextOfSameName()) {
         texts.push_back(line.text());
     }
     for (const auto& piece : text::split(data.text(), "+")) {

@@ -4,6 +4,7 @@
 
 #include "catalogue/Configuration.h"
 #include "catalogue/Indexes.h"
+#include "method/Format.h"
 #include "method/MethodWriter.h"
 #include "text/Lists.h"
 
@@ -15,7 +16,8 @@ std::vector<std::string> atomsIn(const xml::Node& line) {
     std::vector<std::string> atoms;
     if (line) {
         for (const auto& child : catalogue::contentChildren(line)) {
-            atoms.push_back(child.isElement && child.node.name() != "ATOM" ? child.node.xml() : child.text);
+            atoms.push_back(child.isElement && child.node.name() != format::atom.name() ? child.node.xml()
+                                                                                        : child.text);
         }
     }
     return atoms;
@@ -30,9 +32,9 @@ std::vector<NamedArgument> argumentsIn(const xml::Node& part) {
         const auto& object = child.node;
         NamedArgument argument;
         std::size_t known = 0;
-        if (object.name() == "OBJECT") {
-            const auto name = object.child("OBJECTNAME");
-            const auto udon = object.child("UDON");
+        if (object.name() == format::object.name()) {
+            const auto name = object.child(format::objectName.name());
+            const auto udon = object.child(format::udon.name());
             argument = {name ? name.text() : "", udon ? udon.text() : ""};
             known = (name ? 1U : 0U) + (udon ? 1U : 0U);
         }
@@ -52,7 +54,8 @@ NamedArgument withCategory(EditorState& state, const std::string& name) {
 
 RecordedParts recordedParts(const xml::Document& method) {
     const auto root = method.documentElement();
-    return {atomsIn(root.child("ATOMLINE")), argumentsIn(root.child("SLCONFIG")), argumentsIn(root.child("Arguments"))};
+    return {atomsIn(root.child(format::atoms.name())), argumentsIn(root.child(format::configuration.name())),
+            argumentsIn(root.child(format::arguments.name()))};
 }
 
 std::vector<std::string> atomsOf(const xml::Node& macro) {

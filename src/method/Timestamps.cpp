@@ -1,21 +1,17 @@
 #include "method/Timestamps.h"
 
+#include <utility>
+
 #include "catalogue/CxmlValuesHandler.h"
+#include "method/Format.h"
 #include "text/Lists.h"
 
 namespace vrn::method {
 
-namespace {
-
-constexpr std::string_view timestampAttribute = "LastModifiedTimestamp";
-constexpr std::string_view namePrefix = "[MACRO ";
-
-}  // namespace
-
 std::string Timestamp(const EditorState& state, std::string_view path, const xml::Node& node) noexcept {
     return standardHandler(state, "Timestamp ", [&] {
         const auto element = node.selectSingleNode(path);
-        return element ? element.attribute(timestampAttribute).value_or("") : std::string();
+        return element ? element.attribute(format::timestampAttribute).value_or("") : std::string();
     });
 }
 
@@ -25,30 +21,18 @@ std::string CatalogueTimestamp(const EditorState& state, const std::string& macr
         const auto element = text::contains(macroName, "\"")
                                  ? xml::Node()
                                  : state.xmlValues->macros(state.domMacros).macroName(macroName);
-        return element ? element.attribute(timestampAttribute).value_or("") : std::string();
+        return element ? element.attribute(format::timestampAttribute).value_or("") : std::string();
     });
 }
 
 std::string EmbeddedCycleName(const xml::Document& method) {
-    const auto node = method.selectSingleNode("Method/Macros/MacroData/MacroName");
-    if (!node) {
-        return {};
-    }
-    auto name = node.text();
-    if (const auto prefix = name.find(namePrefix); prefix != std::string::npos) {
-        name.erase(prefix, namePrefix.size());
-    }
-    const auto close = name.rfind(']');
-    if (close == std::string::npos) {
-        errors::throwInvalidProcedureCall();
-    }
-    name.resize(close);
-    return name;
+    auto heading = format::textOf(method, format::cycleHeading);
+    return heading ? format::nameForTimestamp(std::move(*heading)) : std::string();
 }
 
 bool CycleIsDifferent(const EditorState& state, const xml::Document& method) {
-    const auto root = method.selectSingleNode("/Method");
-    const auto recorded = root ? root.attribute(timestampAttribute) : std::nullopt;
+    const auto root = method.selectSingleNode(format::root.path);
+    const auto recorded = root ? root.attribute(format::timestampAttribute) : std::nullopt;
     if (!recorded) {
         return false;
     }
@@ -57,7 +41,7 @@ bool CycleIsDifferent(const EditorState& state, const xml::Document& method) {
         return false;
     }
     const auto element = state.xmlValues->macros(state.domMacros).macroName(name);
-    const auto current = element ? element.attribute(timestampAttribute) : std::nullopt;
+    const auto current = element ? element.attribute(format::timestampAttribute) : std::nullopt;
     return current && *current != *recorded;
 }
 

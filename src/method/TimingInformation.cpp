@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "catalogue/Indexes.h"
+#include "method/Format.h"
 #include "method/MethodWriter.h"
 #include "method/ParameterIndexes.h"
 #include "method/Verification.h"
@@ -67,11 +68,11 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
         xml::Document reduced;
         reduced.load(method);
         const auto root = reduced.documentElement();
-        if (const auto version = root.child("VERSION")) {
+        if (const auto version = root.child(format::version.name())) {
             root.removeChild(version);
         }
         std::set<std::string> arguments;
-        for (const auto& atom : catalogue::childrenNamed(root.child("ATOMLINE"), "ATOM")) {
+        for (const auto& atom : catalogue::childrenNamed(root.child(format::atoms.name()), format::atom.name())) {
             if (auto argument = waitArgument(atom.text()); !argument.empty()) {
                 arguments.insert(std::move(argument));
             }
@@ -84,7 +85,7 @@ std::string AddTimingInformationID(EditorState& state, const xml::Document& meth
                 indexes.insert(indexes.end(), positions.begin(), positions.end());
             }
         }
-        if (const auto step = root.selectSingleNode("Macros/MacroVariable/MacroValues")) {
+        if (const auto step = root.selectSingleNode(format::step.belowRoot())) {
             step.setText(withoutValues(step.text(), indexes));
         }
         return signer.fingerprint(reduced);

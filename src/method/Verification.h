@@ -6,6 +6,7 @@
 #include <string>
 
 #include "method/EditorState.h"
+#include "method/Format.h"
 
 namespace vrn::method {
 
@@ -33,9 +34,6 @@ class MethodSigner {
     const EditorState* state_;
     std::string key_;
 };
-
-/// Which kind of document a method says that it is.
-enum class MethodVersion { None, Two, Three, Four, Unsupported };
 
 /// What a load has to say about a method.
 struct VerificationResult {

@@ -36,7 +36,7 @@ std::string keyOf(const std::vector<xml::Node>& guids) {
 Sha256 codeFor(const xml::Node& root, std::string_view key) {
     const auto omit = [](const xml::ElementView& element, int depth) {
         return depth == 2 && element.namespaceUri.empty() &&
-               (element.localName == "Signature" || element.localName == "Guid");
+               (element.localName == signatureElementV23 || element.localName == keyElementV23);
     };
     return hmacSha256(key, xml::exclusiveCanonicalForm(root, omit));
 }
@@ -50,8 +50,8 @@ std::int32_t EmbeddedSignatureV23::verify(const xml::Document& document, std::st
     if (!root) {
         return notReadable;
     }
-    const std::vector<xml::Node> signatures = childrenNamed(root, "Signature");
-    const std::vector<xml::Node> guids = childrenNamed(root, "Guid");
+    const std::vector<xml::Node> signatures = childrenNamed(root, signatureElementV23);
+    const std::vector<xml::Node> guids = childrenNamed(root, keyElementV23);
     std::string text;  // several signatures make one that does not decode
     for (const xml::Node& signature : signatures) {
         text += signature.text();
@@ -85,9 +85,12 @@ std::string EmbeddedSignatureV23::signatureFor(const xml::Document& document) {
     if (!root) {
         errors::throwObjectNotSet();
     }
-    return base64(codeFor(root, keyOf(childrenNamed(root, "Guid"))));
+    return base64(codeFor(root, keyOf(childrenNamed(root, keyElementV23))));
 }
 
-std::string signatureElementTextV23() { return "<Guid>" + std::string(signatureConstant) + "</Guid>"; }
+std::string signatureElementTextV23() {
+    const std::string name(keyElementV23);
+    return "<" + name + ">" + std::string(signatureConstant) + "</" + name + ">";
+}
 
 }  // namespace vrn::services

@@ -13,6 +13,10 @@ namespace vrn::services {
 /// outside the editor, not who changed it.
 inline constexpr std::string_view signatureConstant = "{5C1D0E7A-93F4-4B2E-8A61-2F7D94C0B3E8}";
 
+/// Signature and key of versions 2 and 3: children of the method's root, in no namespace.
+inline constexpr std::string_view signatureElementV23 = "Signature";
+inline constexpr std::string_view keyElementV23 = "Guid";
+
 /// Signs methods of version 4. Documents are handed over as documents; a component that works on text takes their `xml()`.
 class SignatureV4 {
   public:

@@ -121,7 +121,8 @@ TEST_F(FixTest, OneAfterTheOtherWhereThereAreSeveral) {
 }
 
 TEST_F(FixTest, NothingIsNamedThatNoCommandDoes) {
-    writeText(name, text::replacedAll(signedMethod({"COUNT(99)", "GONE(1)"}), "<VERSION>04", "<VERSION>07"));
+    writeText(name,
+              text::replacedAll(signedMethod({"COUNT(99)", "GONE(1)"}), "<VERSION>" + currentVersion, "<VERSION>70"));
     found();
     EXPECT_THAT(out, testing::Not(HasSubstr("vrnmethod")));
     writeText(name,

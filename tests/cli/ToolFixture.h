@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "hosts/cli/Commands.h"
+#include "method/Format.h"
 #include "method/MethodContent.h"
 #include "support/Documents.h"
 #include "text/Lists.h"
@@ -19,6 +20,13 @@
 namespace vrn::test {
 
 namespace fs = std::filesystem;
+
+/// Of the methods that the tool writes.
+inline const std::string currentVersion(method::format::currentVersionText);
+/// A text with this version in place of each "@VERSION@".
+inline std::string withCurrentVersion(std::string text) {
+    return text::replacedAll(std::move(text), "@VERSION@", currentVersion);
+}
 
 class ToolFixture : public ::testing::Test {
   protected:

@@ -72,9 +72,9 @@ TEST_F(WriteTest, SignRefusesErrorsUnlessForced) {
     EXPECT_EQ(read("m.xml"), before);
     EXPECT_EQ(run("sign --force @m.xml"), 0);
     EXPECT_EQ(run("verify @m.xml"), 0);
-    changeText("m.xml", "<VERSION>04", "<VERSION>03");
+    changeText("m.xml", "<VERSION>" + currentVersion, "<VERSION>03");
     EXPECT_EQ(run("sign --force @m.xml"), 1);
-    EXPECT_THAT(err, HasSubstr("it is not of version 04: use convert"));
+    EXPECT_THAT(err, HasSubstr("it is not of version " + currentVersion + ": use convert"));
 }
 
 TEST_F(WriteTest, UpdateKeepsValuesByNameAndSigns) {
@@ -117,20 +117,20 @@ TEST_F(WriteTest, UpdateLosesNothing) {
 
 TEST_F(WriteTest, ConvertBringsOldVersionsToToday) {
     const fs::path samples = VRN_SOURCE_DIR "/samples/instrument";
-    for (const auto* const name :
-         {"version-02.xml", "version-03.xml", "no-version.xml", "signed.xml", "version-05.xml"}) {
+    for (const auto* const name : {"version-02.xml", "version-03.xml", "no-version.xml", "signed.xml"}) {
         fs::copy_file(samples / "methods" / name, path("methods") / name);
     }
     const auto current = read("methods/signed.xml");
+    write("methods/version-70.xml", current);
+    changeText("methods/version-70.xml", "<VERSION>" + currentVersion, "<VERSION>70");
     fs::remove_all(path("set"));
     fs::copy(samples, path("set"));
     EXPECT_EQ(run("convert @set @methods --jobs 2"), 1);
-    EXPECT_EQ(out,
-              "methods/no-version.xml: converted to version 04\n"
-              "methods/signed.xml: is of version 04\n"
-              "methods/version-02.xml: converted to version 04\n"
-              "methods/version-03.xml: converted to version 04\n"
-              "methods/version-05.xml: not written: its version is not known\n");
+    EXPECT_EQ(out, withCurrentVersion("methods/no-version.xml: converted to version @VERSION@\n"
+                                      "methods/signed.xml: is of version @VERSION@\n"
+                                      "methods/version-02.xml: converted to version @VERSION@\n"
+                                      "methods/version-03.xml: converted to version @VERSION@\n"
+                                      "methods/version-70.xml: not written: its version is not known\n"));
     EXPECT_EQ(read("methods/signed.xml"), current);
     for (const auto* const name : {"methods/version-02.xml", "methods/version-03.xml", "methods/no-version.xml"}) {
         EXPECT_EQ(text(name), text("methods/signed.xml")) << name;

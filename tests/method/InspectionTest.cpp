@@ -15,10 +15,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 // A method with embedded cycles, of a version that is not verified.
-std::string embedded(const std::string& steps, const std::string& data, const std::string& attributes = "") {
-    return "<Method" + attributes +
-           "><VERSION>01</VERSION><Syringe><SyringeSize>10uL</SyringeSize></Syringe><Macros><MacroVariable>" + steps +
-           "</MacroVariable><MacroData>" + data + "</MacroData></Macros></Method>";
+std::string embedded(const std::vector<std::string>& steps, const std::string& cycles,
+                     const std::string& attributes = "") {
+    return methodOf({.steps = steps, .cycles = cycles, .attributes = attributes});
 }
 
 class InspectionTest : public SmallSetTest {
@@ -61,7 +60,7 @@ TEST_F(InspectionTest, HeadOfTheMethod) {
 }
 
 TEST_F(InspectionTest, CyclesBesideTheCatalogues) {
-    const auto cycles = inspect(embedded("",
+    const auto cycles = inspect(embedded({},
                                          "<MacroName>[MACRO COUNT]</MacroName><MacroLine>Number;3;1;20</MacroLine>"
                                          "<MacroName>[MACRO WASH]</MacroName><MacroLine>Volume(UL);5;1;9</MacroLine>"
                                          "<MacroName>[MACRO GONE]</MacroName>",
@@ -83,8 +82,8 @@ TEST_F(InspectionTest, EveryMethodHearsOfACatalogueAtFault) {
     load(texts);
     method::Inspector other(state());
     for (int i = 0; i < 2; ++i) {
-        const auto inspection = other.inspect(parsed(embedded(
-            "<MacroValues>FAR(1,2)</MacroValues>", "<MacroName>FAR</MacroName>", " LastModifiedTimestamp='1'")));
+        const auto inspection =
+            other.inspect(parsed(embedded({"FAR(1,2)"}, "<MacroName>FAR</MacroName>", " LastModifiedTimestamp='1'")));
         EXPECT_TRUE(inspection.steps.at(0).known);
         EXPECT_THAT(inspection.steps.at(0).surplus, IsEmpty()) << "nobody knows";
         EXPECT_THAT(inspection.steps.at(0).unchecked, ElementsAre("1", "2"));
@@ -116,9 +115,7 @@ TEST_F(InspectionTest, ValuesMoveWithTheNamesOfTheirParameters) {
         "<MacroName><![CDATA[[MACRO WASH]]]></MacroName><MacroLine>Hold Time;0;0;60</MacroLine>"
         "<MacroLine>Speed;1;0;9</MacroLine><MacroLine>Volume(ML);1;0;1</MacroLine>"
         "<MacroName>[MACRO COUNT]</MacroName><MacroLine>Number;1;1;5</MacroLine>";
-    method::SetMethod(state(), embedded("<MacroValues>WASH(7,3,4)</MacroValues><MacroValues>COUNT(2)</MacroValues>"
-                                        "<MacroValues>NOTE(a,b)</MacroValues>",
-                                        older));
+    method::SetMethod(state(), embedded({"WASH(7,3,4)", "COUNT(2)", "NOTE(a,b)"}, older));
     std::vector<std::string> changes;
     for (const auto& change : method::adoptCatalogueCycles(state())) {
         changes.push_back(std::to_string(static_cast<int>(change.kind)) + std::to_string(change.step) + change.macro +

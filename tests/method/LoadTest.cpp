@@ -19,10 +19,9 @@ std::string reportFor(std::string_view heading, const std::string& text) {
     return method::parseErrorReport(heading, parsed(text).parseError());
 }
 
+// A method that begins with this XML.
 std::string withVersion(const std::string& version) {
-    return element("Method", version + element("Description", element("Line", "kept")) +
-                                 element("Syringe", element("SyringeSize", "10uL")) +
-                                 element("Macros", element("MacroVariable", element("MacroValues", "COUNT(3)"))));
+    return methodOf({.steps = {"COUNT(3)"}, .descriptionLines = {"kept"}, .head = version});
 }
 
 class LoadTest : public SmallSetTest {
@@ -136,8 +135,8 @@ TEST_F(LoadTest, LeavesTheFlagsAloneAndEndsAPendingEdit) {
 }
 
 TEST_F(LoadTest, UnsupportedVersionIsToldAndFilled) {
-    const std::vector<std::pair<std::string, std::string>> versions{{"05", "5"}, {"0", "0"},     {"-02", "-2"},
-                                                                    {"x", "x"},  {"4.0", "4.0"}, {"", ""}};
+    const std::vector<std::pair<std::string, std::string>> versions{{"050", "50"}, {"0", "0"},     {"-02", "-2"},
+                                                                    {"x", "x"},    {"4.0", "4.0"}, {"", ""}};
     for (const auto& [version, shown] : versions) {
         box->shown.clear();
         loadMethod(withVersion(element("VERSION", version)));

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "method/Format.h"
 #include "method/MethodContent.h"
-#include "method/MethodText.h"
 #include "method/SmallSet.h"
 
 namespace vrn::test {
@@ -14,8 +14,8 @@ using ::testing::IsEmpty;
 class ReaderTest : public SmallSetTest {};
 
 TEST(Escaping, BothWays) {
-    EXPECT_EQ(method::ConvertDescription(R"(<&lt;"'>)"), "&lt;&amp;lt;&quot;&apos;&gt;");
-    EXPECT_EQ(method::ReverseDescription("&lt;&amp;lt;&quot;&apos;&gt;&amp;amp;"), R"(<&lt;"'>&amp;)");
+    EXPECT_EQ(method::format::ConvertDescription(R"(<&lt;"'>)"), "&lt;&amp;lt;&quot;&apos;&gt;");
+    EXPECT_EQ(method::format::ReverseDescription("&lt;&amp;lt;&quot;&apos;&gt;&amp;amp;"), R"(<&lt;"'>&amp;)");
 }
 
 TEST_F(ReaderTest, DescriptionLines) {

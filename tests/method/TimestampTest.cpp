@@ -17,11 +17,10 @@ class TimestampTest : public SmallSetTest {
   protected:
     /// A method with one WASH step that recorded this time and embedded a cycle under this text.
     void loadRecorded(const std::string& time, const std::string& embedded = "[MACRO WASH]") {
-        auto texts = smallSet({"WASH(5,W1,7)"});
-        if (time != "none") {
-            texts.method.replace(0, 7, "<Method LastModifiedTimestamp=\"" + time + "\">");
-        }
-        texts.method.insert(texts.method.find("</Macros>"), element("MacroData", element("MacroName", embedded)));
+        auto texts = smallSet({});
+        texts.method = methodOf({.steps = {"WASH(5,W1,7)"},
+                                 .cycles = element("MacroName", embedded),
+                                 .attributes = time == "none" ? "" : " LastModifiedTimestamp='" + time + "'"});
         load(texts);
     }
     void expectWarning(bool shown) {

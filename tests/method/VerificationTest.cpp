@@ -67,11 +67,9 @@ class OwnServicesTest : public SmallSetTest {
         state().services.createSignatureV23 = [this] { return std::make_unique<FakeV23>(calls); };
     }
     void loadVersion(const std::string& version) {
-        auto texts = smallSet({"COUNT(4)"});
-        texts.method.replace(texts.method.find("01</VERSION>"), 2, version);
-        if (version.empty()) {
-            texts.method.replace(texts.method.find("<VERSION>"), 19, "");
-        }
+        auto texts = smallSet({});
+        texts.method =
+            methodOf({.steps = {"COUNT(4)"}, .head = version.empty() ? version : element("VERSION", version)});
         load(texts);
     }
     Calls calls;

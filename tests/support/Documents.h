@@ -79,12 +79,26 @@ inline std::string configuration(const std::string& categories) {
     return element("Config", element("Arguments", categories));
 }
 
-/// An unsigned method of version 01: it is read as it stands. Steps are texts such as "WASH(5,Tray1)".
+/// An unsigned method, of a version that is read as it stands.
+struct MethodParts {
+    std::vector<std::string> steps;  ///< texts such as "WASH(5,Tray1)"
+    std::string syringe = "10uL";
+    std::vector<std::string> descriptionLines = {};
+    std::string head = element("VERSION", "01");  ///< XML before all else
+    std::string cycles = {};                      ///< XML of the embedded cycles
+    std::string attributes = {};                  ///< of the root, each after a blank
+};
+inline std::string methodOf(const MethodParts& parts) {
+    return "<Method" + parts.attributes + ">" + parts.head +
+           element("Description", elements("Line", parts.descriptionLines)) +
+           element("Syringe", element("SyringeSize", parts.syringe)) +
+           element("Macros", element("MacroVariable", elements("MacroValues", parts.steps)) +
+                                 (parts.cycles.empty() ? "" : element("MacroData", parts.cycles))) +
+           "</Method>";
+}
 inline std::string methodText(const std::vector<std::string>& steps, std::string_view syringe = "10uL",
                               const std::vector<std::string>& descriptionLines = {}) {
-    return element("Method", element("VERSION", "01") + element("Description", elements("Line", descriptionLines)) +
-                                 element("Syringe", element("SyringeSize", syringe)) +
-                                 element("Macros", element("MacroVariable", elements("MacroValues", steps))));
+    return methodOf({.steps = steps, .syringe = std::string(syringe), .descriptionLines = descriptionLines});
 }
 
 inline xml::Document parsed(std::string_view text) {

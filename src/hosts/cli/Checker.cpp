@@ -5,11 +5,15 @@
 #include <utility>
 
 #include "catalogue/CxmlValuesHandler.h"
+#include "method/Format.h"
 #include "method/MethodContent.h"
+#include "services/Signature.h"
 #include "services/SignatureProfile.h"
 #include "text/Lists.h"
 
 namespace vrn::cli {
+
+namespace format = method::format;
 
 namespace {
 
@@ -42,7 +46,7 @@ class Collector {
         for (const auto& cycle : inspection_->cycles) {
             addCycle(cycle);
         }
-        if (inspection_->verification.version == MethodVersion::Four) {
+        if (inspection_->verification.version == format::currentVersion) {
             addRecorded();
         }
         for (const auto& fault : inspection_->catalogueFaults) {
@@ -91,10 +95,10 @@ class Collector {
             add(FindingCode::VersionUnsupported,
                 "says version " + verification.unsupportedVersion + ", which is not known",
                 "use the editor that wrote it");
-        } else if (verification.version != MethodVersion::Four) {
+        } else if (verification.version != format::currentVersion) {
             const auto& version = inspection_->content.version;
             add(FindingCode::VersionOld, version ? "is of version " + *version : "says no version",
-                "bring it to version 04 with: vrnmethod convert");
+                "bring it to version " + std::string(format::currentVersionText) + " with: vrnmethod convert");
         }
     }
 
@@ -221,7 +225,7 @@ class Collector {
     // What mends an intact method of the current version may not be possible with this one.
     void adaptFixes() {
         const auto version = inspection_->verification.version;
-        const bool isOld = version != MethodVersion::Four && version != MethodVersion::Unsupported;
+        const bool isOld = version != format::currentVersion && version != MethodVersion::Unsupported;
         const bool isIntact = inspection_->verification.code == 0;
         const bool hasOtherErrors = std::any_of(findings_.begin(), findings_.end(), [](const Finding& finding) {
             return finding.isError() && !finding.concernsSignature();
@@ -258,20 +262,20 @@ std::optional<xml::Node> partOf(const xml::Node& root, Subject subject) {
     switch (subject) {
         case Subject::Signature: {
             const auto signatures = services::signatureChildren(root);
-            return signatures.empty() ? root.child("Signature") : signatures.front();
+            return signatures.empty() ? root.child(services::signatureElementV23) : signatures.front();
         }
         case Subject::Version:
-            return root.child("VERSION");
+            return root.child(format::version.name());
         case Subject::Syringe:
-            return root.selectSingleNode("Syringe/SyringeSize");
+            return root.selectSingleNode(format::syringeSize.belowRoot());
         case Subject::Sequence:
-            return root.selectSingleNode("Macros/MacroVariable");
+            return root.selectSingleNode(format::sequence.belowRoot());
         case Subject::Cycles:
-            return root.selectSingleNode("Macros/MacroData");
+            return root.selectSingleNode(format::cycles.belowRoot());
         case Subject::Atoms:
-            return root.child("ATOMLINE");
+            return root.child(format::atoms.name());
         case Subject::Names:
-            return root.child("SLCONFIG");
+            return root.child(format::configuration.name());
         case Subject::Step:
         case Subject::Catalogue:
         case Subject::Editor:
@@ -289,8 +293,8 @@ void locate(std::vector<Finding>& findings, const xml::Document& document) {
     }
     const auto steps = method::stepNodes(document);
     const auto cycles = method::embeddedCycles(document);
-    const auto data = root.selectSingleNode("Macros/MacroData");
-    const auto cycleNames = data ? data.children("MacroName") : std::vector<xml::Node>();
+    const auto data = root.selectSingleNode(format::cycles.belowRoot());
+    const auto cycleNames = data ? data.children(format::cycleHeading.name()) : std::vector<xml::Node>();
     const auto placeOf = [&root](const xml::Node& node) { return (node ? node : root).position(); };
     for (auto& finding : findings) {
         if (!finding.file.empty()) {

@@ -5,8 +5,10 @@
 
 #include "hosts/cli/EditScript.h"
 #include "hosts/cli/Output.h"
+#include "method/Format.h"
 #include "method/MethodContent.h"
 #include "method/Verification.h"
+#include "services/Signature.h"
 
 namespace vrn::cli {
 
@@ -96,7 +98,9 @@ class Repair {
             fail(command, "the catalogue has no macro '" + command.text + "'");
         }
         removeRest(nodes_[command.step - 1]);
-        nodes_[command.step - 1].setText(known.front() + "()");
+        std::string text;
+        method::format::appendStep(text, {known.front(), {}});
+        nodes_[command.step - 1].setText(text);
         steps_[command.step - 1] = {};
         kept_.push_back(command);
     }
@@ -106,15 +110,15 @@ class Repair {
         const auto root = document_.documentElement();
         for (const auto& node : root.childNodes()) {
             const auto name = node.name();
-            if (name == "Signature" || name.ends_with(":Signature") || name == "Guid") {
+            if (name.substr(name.find(':') + 1) == services::signatureElementV23 || name == services::keyElementV23) {
                 root.removeChild(node);
             }
         }
-        auto version = root.child("VERSION");
+        auto version = root.child(method::format::version.name());
         if (!version) {
-            version = root.appendChild(document_.createElement("VERSION"));
+            version = root.appendChild(document_.createElement(method::format::version.name()));
         }
-        version.setText("04");
+        version.setText(method::format::currentVersionText);
         method::MethodSigner(engine_->state()).sign(document_);
         return document_.xml();
     }

@@ -14,6 +14,8 @@ namespace {
 
 using method::MethodVersion;
 using method::SignatureState;
+using method::format::currentVersion;
+using method::format::currentVersionText;
 
 struct Verdict {
     SignatureState state = SignatureState::Unknown;
@@ -94,10 +96,10 @@ class Signer {
         auto& state = engine().state();
         state.domMethod = method.document;
         const auto verification = method::VerifyLoadedMethod(state);
-        if (verification.version != MethodVersion::Four) {
+        if (verification.version != currentVersion) {
             return refused(method, verification.version == MethodVersion::Unsupported
                                        ? "its version is not known"
-                                       : "it is not of version 04: use convert");
+                                       : "it is not of version " + std::string(currentVersionText) + ": use convert");
         }
         const auto before = method::signatureState(verification, method::contentOf(method.document));
         if (before == SignatureState::Changed && !arguments_->force) {
@@ -209,7 +211,8 @@ void addSign(CLI::App& tool, Call& call) {
     command.flag("-f,--force", arguments->force,
                  "Sign whatever check finds, anew where a signature does not match; no document set is needed then");
     command.footer(
-        "Methods of version 04 without a signature get one, intact ones stay untouched. What check calls an error\n"
+        "Methods of version " + std::string(currentVersionText) +
+        " without a signature get one, intact ones stay untouched. What check calls an error\n"
         "is not signed, nor is a method whose signature does not match: look at what was changed with diff against\n"
         "a copy that you trust, then use --force. A method from standard input goes to standard output.\n\n"
         "Examples:\n"

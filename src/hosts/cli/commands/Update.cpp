@@ -1,5 +1,5 @@
 // The two commands that write methods anew in today's form: the catalogue's cycles embedded, values kept by their parameters' names,
-// version 04, signed.
+// the current version, signed.
 #include <algorithm>
 #include <iterator>
 #include <memory>
@@ -8,6 +8,7 @@
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
 #include "method/CycleUpdate.h"
+#include "method/Format.h"
 
 namespace vrn::cli {
 
@@ -15,6 +16,18 @@ namespace {
 
 using method::MethodVersion;
 using method::ValueChange;
+
+std::string currentVersion() { return std::string(method::format::currentVersionText); }
+
+std::string olderVersions() {
+    std::string versions;
+    for (const auto& known : method::format::knownVersions) {
+        if (known.version != method::format::currentVersion) {
+            versions.append(versions.empty() ? "" : ", ").append(known.text);
+        }
+    }
+    return versions;
+}
 
 std::string_view kindName(ValueChange::Kind kind) {
     switch (kind) {
@@ -69,7 +82,10 @@ class Embedder {
         auto refusal = objection(result.inspection);
         if (refusal.empty() && !isWanted(result.inspection)) {
             report(method, outcome,
-                   {"unchanged", purpose_ == EmbedPurpose::Convert ? "is of version 04" : "is up to date", {}, {}});
+                   {"unchanged",
+                    purpose_ == EmbedPurpose::Convert ? "is of version " + currentVersion() : "is up to date",
+                    {},
+                    {}});
             passThrough(method, arguments_->write, outcome);
             return outcome;
         }
@@ -101,8 +117,8 @@ class Embedder {
         if (version == MethodVersion::Unsupported) {
             return "its version is not known";
         }
-        if (purpose_ == EmbedPurpose::Update && version != MethodVersion::Four) {
-            return "it is not of version 04: use convert";
+        if (purpose_ == EmbedPurpose::Update && version != method::format::currentVersion) {
+            return "it is not of version " + currentVersion() + ": use convert";
         }
         if (inspection.verification.code != 0) {
             return inspection.content.isSigned ? "its signature does not match" : "it is not signed";
@@ -112,7 +128,7 @@ class Embedder {
 
     [[nodiscard]] bool isWanted(const method::Inspection& inspection) const {
         if (purpose_ == EmbedPurpose::Convert) {
-            return inspection.verification.version != MethodVersion::Four;
+            return inspection.verification.version != method::format::currentVersion;
         }
         return inspection.isOutdated();
     }
@@ -134,7 +150,7 @@ class Embedder {
         Outcome outcome;
         writeBack(engine, method, *built, arguments_->write, outcome);
         outcome.status = hasErrors(findings) ? ExitStatus::Findings : ExitStatus::Well;
-        const std::string done = isConvert ? "converted to version 04" : "updated";
+        const std::string done = isConvert ? "converted to version " + currentVersion() : "updated";
         report(method, outcome,
                {isConvert ? "converted" : "updated", (arguments_->write.dryRun ? "would be " : "") + done,
                 std::move(changes), std::move(findings)});
@@ -176,7 +192,7 @@ ExitStatus embedMethods(const Console& console, const EmbedArguments& arguments,
     return runOverMethods({console, arguments.methods, set.files, makeWork, &arguments.write, {}});
 }
 
-void addEmbedding(CLI::App& tool, Call& call, EmbedPurpose purpose, const char* name, const char* summary,
+void addEmbedding(CLI::App& tool, Call& call, EmbedPurpose purpose, const char* name, const std::string& summary,
                   const char* footer) {
     Command command(tool, name, summary);
     const auto arguments = std::make_shared<EmbedArguments>();
@@ -201,7 +217,8 @@ void addUpdate(CLI::App& tool, Call& call) {
 }
 
 void addConvert(CLI::App& tool, Call& call) {
-    addEmbedding(tool, call, EmbedPurpose::Convert, "convert", "Bring methods of version 02, 03 or none to version 04",
+    addEmbedding(tool, call, EmbedPurpose::Convert, "convert",
+                 "Bring methods of version " + olderVersions() + " or none to version " + currentVersion(),
                  "The old signature is verified first. The result holds the catalogue's cycles and is signed.\n\n"
                  "Examples:\n"
                  "  vrnmethod convert --set instrument/ --dry-run archive/\n"
