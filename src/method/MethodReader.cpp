@@ -28,7 +28,8 @@ bool readStep(EditorState& state, const xml::Node& node, std::string_view text) 
         return false;
     }
     const auto index = static_cast<std::size_t>(state.lstMethodMacroList.count());
-    state.lstMethodMacroList.addItem(text::twoDigits(index + 1) + " " + entry.MacroName);
+    auto row = text::twoDigits(index + 1);
+    state.lstMethodMacroList.addItem(std::move(row.append(1, ' ').append(entry.MacroName)));
     state.arrMethodMacros.resize(index + 1);
     state.arrMethodMacros[index] = std::move(entry);
     state.colMethodMacroValues.push_back(node);

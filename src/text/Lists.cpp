@@ -1,12 +1,34 @@
 #include "text/Lists.h"
 
+#include <algorithm>
+
 namespace vrn::text {
 
-std::vector<std::string> split(std::string_view text, std::string_view separator) {
+namespace {
+
+// A character by itself is compared faster than searched for: items are short.
+std::vector<std::string> splitAt(std::string_view text, char separator) {
     std::vector<std::string> items;
-    std::size_t count = 0;
-    forEachItem(text, separator, [&count](std::string_view /*item*/) { ++count; });
-    items.reserve(count);
+    items.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
+    const char* begin = text.data();
+    const char* const end = begin + text.size();
+    for (const char* at = begin; at != end; ++at) {
+        if (*at == separator) {
+            items.emplace_back(begin, at);
+            begin = at + 1;
+        }
+    }
+    items.emplace_back(begin, end);
+    return items;
+}
+
+}  // namespace
+
+std::vector<std::string> split(std::string_view text, std::string_view separator) {
+    if (separator.size() == 1 && !text.empty()) {
+        return splitAt(text, separator.front());
+    }
+    std::vector<std::string> items;
     forEachItem(text, separator, [&items](std::string_view item) { items.emplace_back(item); });
     return items;
 }

@@ -1,9 +1,10 @@
 // The commands that only look: verify, show, check, catalogue, diff.
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
+
 #include "cli/ToolFixture.h"
-#include "hosts/cli/Findings.h"
-#include "hosts/cli/Json.h"
+#include "hosts/cli/Finding.h"
 
 namespace vrn::test {
 namespace {
@@ -171,7 +172,7 @@ TEST_F(CheckTest, EveryCodeIsDocumented) {
     std::ifstream file(VRN_SOURCE_DIR "/docs/cli.md");
     const std::string page{std::istreambuf_iterator<char>(file), {}};
     for (const auto& kind : cli::findingKinds()) {
-        EXPECT_THAT(page, HasSubstr("| `" + std::string(kind.code) + "` | " +
+        EXPECT_THAT(page, HasSubstr("| `" + std::string(kind.name) + "` | " +
                                     std::string(cli::severityName(kind.severity)) + " |"));
     }
 }

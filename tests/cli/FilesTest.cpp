@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "cli/ToolFixture.h"
-#include "hosts/cli/FileSystem.h"
+#include "hosts/cli/System.h"
 
 namespace vrn::test {
 namespace {

@@ -1,11 +1,11 @@
 // Whoever does what a finding names as its fix is rid of the finding.
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "cli/ToolFixture.h"
-#include "hosts/cli/Findings.h"
-#include "hosts/cli/Json.h"
+#include "hosts/cli/Finding.h"
 
 namespace vrn::test {
 namespace {
@@ -96,7 +96,7 @@ TEST_F(FixTest, TheFixThatAFindingNamesMendsIt) {
     };
     std::set<std::string_view> left{"signature-missing"};
     for (const auto& kind : cli::findingKinds()) {
-        left.insert(kind.code);
+        left.insert(kind.name);
     }
     for (const auto& each : cases) {
         writeBroken(each);

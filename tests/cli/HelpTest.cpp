@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <nlohmann/json.hpp>
+
 #include "cli/ToolFixture.h"
-#include "hosts/cli/HelpModel.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/ManText.h"
+#include "hosts/cli/Help.h"
 
 namespace vrn::test {
 namespace {
@@ -16,9 +16,9 @@ using ::testing::HasSubstr;
 class HelpTest : public ToolFixture {
   protected:
     HelpTest() {
-        cli::Session session{{in_, sink_, sink_}};
+        cli::Call call{{in_, sink_, sink_}};
         CLI::App tool;
-        cli::describeTool(tool, session);
+        cli::describeTool(tool, call);
         help = cli::helpOf(tool);
     }
     cli::ToolHelp help;

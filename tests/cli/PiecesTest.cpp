@@ -7,9 +7,7 @@
 #include <thread>
 
 #include "hosts/cli/EditScript.h"
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/Jobs.h"
-#include "hosts/cli/Names.h"
+#include "hosts/cli/MethodRun.h"
 #include "hosts/cli/Output.h"
 
 namespace vrn::cli {
@@ -34,31 +32,40 @@ TEST(Output, NoTextMovesTheCursor) {
     EXPECT_EQ(uriOf("/a b/c.xml"), "file:///a%20b/c.xml");
 }
 
-// Finds the numbers below `count`.
-std::function<void(const std::function<void(int)>&)> numbersBelow(int count) {
-    return [count](const std::function<void(int)>& add) {
+// Finds files that are called by the numbers below `count`.
+std::function<void(const MethodFound&)> numbersBelow(int count) {
+    return [count](const MethodFound& add) {
         for (int i = 0; i < count; ++i) {
-            add(i);
+            add({std::to_string(i), {}});
         }
     };
 }
+
+// What comes of a file is its number.
+Outcome outcomeOf(const MethodFile& file) {
+    Outcome outcome;
+    outcome.out = file.path;
+    return outcome;
+}
+
+int numberIn(const Outcome& outcome) { return std::stoi(outcome.out); }
 
 TEST(Jobs, ResultsComeInOrderWhoeverIsFirst) {
     std::vector<int> taken;
     std::atomic<int> here = 0;
     std::atomic<int> left = 0;
-    Jobs<int, int> jobs;
+    Jobs jobs;
     jobs.count = 4;
     jobs.makeWork = [&](unsigned) {
         ++here;
         const std::shared_ptr<void> own(nullptr, [&left](const void*) { ++left; });
-        return [own](int number) {
-            std::this_thread::sleep_for(std::chrono::microseconds((50 - number) % 7 * 300));
-            return number;
+        return [own](const MethodFile& file) {
+            std::this_thread::sleep_for(std::chrono::microseconds((50 - std::stoi(file.path)) % 7 * 300));
+            return outcomeOf(file);
         };
     };
     jobs.find = numbersBelow(50);
-    jobs.take = [&](int number) { taken.push_back(number); };
+    jobs.take = [&](const Outcome& outcome) { taken.push_back(numberIn(outcome)); };
     jobs.stop = [] { return false; };
     jobs.run();
     ASSERT_EQ(taken.size(), 50U);
@@ -71,16 +78,16 @@ TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
     for (const unsigned count : {1U, 3U}) {
         std::atomic<std::size_t> begun = 0;
         std::size_t taken = 0;
-        Jobs<int, int> jobs;
+        Jobs jobs;
         jobs.count = count;
         jobs.makeWork = [&](unsigned) {
-            return [&](int number) {
+            return [&](const MethodFile& file) {
                 ++begun;
-                return number;
+                return outcomeOf(file);
             };
         };
         jobs.find = numbersBelow(100);
-        jobs.take = [&](int) { ++taken; };
+        jobs.take = [&](const Outcome&) { ++taken; };
         jobs.stop = [&] { return begun >= 10; };
         jobs.run();
         EXPECT_EQ(taken, begun);
@@ -90,46 +97,46 @@ TEST(Jobs, WhatHasBegunIsTakenWhenTheRestIsStopped) {
 
 TEST(Jobs, OthersWorkWhileMoreIsFound) {
     std::atomic<bool> isFirstDone = false;
-    Jobs<int, int> jobs;
+    Jobs jobs;
     jobs.count = 2;
     jobs.makeWork = [&](unsigned) {
-        return [&](int number) {
+        return [&](const MethodFile& file) {
             isFirstDone = true;
-            return number;
+            return outcomeOf(file);
         };
     };
     int taken = 0;
-    jobs.find = [&](const std::function<void(int)>& add) {
-        add(0);
+    jobs.find = [&](const MethodFound& add) {
+        add({"0", {}});
         while (!isFirstDone) {
             std::this_thread::yield();
         }
-        add(1);
+        add({"1", {}});
     };
-    jobs.take = [&](int number) { EXPECT_EQ(number, taken++); };
+    jobs.take = [&](const Outcome& outcome) { EXPECT_EQ(numberIn(outcome), taken++); };
     jobs.stop = [] { return false; };
     jobs.run();
     EXPECT_EQ(taken, 2);
 }
 
-TEST(Jobs, AnExceptionOnAnyThreadEndsAllAndIsTold) {
+TEST(Jobs, AnExceptionOnAnyThreadEndsAllAndIsReported) {
     for (const bool isHere : {true, false}) {
         std::atomic<int> begun = 0;
         const auto caller = std::this_thread::get_id();
-        Jobs<int, int> jobs;
+        Jobs jobs;
         jobs.count = 3;
         jobs.makeWork = [&](unsigned) {
-            return [&](int number) {
+            return [&](const MethodFile& file) {
                 ++begun;
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
                 if ((std::this_thread::get_id() == caller) == isHere) {
                     throw Fault("no memory");
                 }
-                return number;
+                return outcomeOf(file);
             };
         };
         jobs.find = numbersBelow(1000);
-        jobs.take = [](int) {};
+        jobs.take = [](const Outcome&) {};
         jobs.stop = [] { return false; };
         EXPECT_THROW(jobs.run(), Fault);
         EXPECT_LT(begun, 1000);
@@ -138,19 +145,19 @@ TEST(Jobs, AnExceptionOnAnyThreadEndsAllAndIsTold) {
 
 TEST(Jobs, NothingBeginsWhenThisThreadCannot) {
     for (const unsigned count : {1U, 4U}) {
-        Jobs<int, int> jobs;
+        Jobs jobs;
         jobs.count = count;
-        jobs.makeWork = [](unsigned worker) -> std::function<int(const int&)> {
+        jobs.makeWork = [](unsigned worker) -> MethodWork {
             if (worker == 0) {
                 throw Fault("no set");
             }
-            return [](int number) {
+            return [](const MethodFile& file) {
                 ADD_FAILURE();
-                return number;
+                return outcomeOf(file);
             };
         };
         jobs.find = numbersBelow(100);
-        jobs.take = [](int) { ADD_FAILURE(); };
+        jobs.take = [](const Outcome&) { ADD_FAILURE(); };
         jobs.stop = [] { return false; };
         EXPECT_THROW(jobs.run(), Fault);
     }
@@ -160,10 +167,10 @@ TEST(Jobs, AThreadWithoutMemoryLeavesItsWorkToTheFirst) {
     std::vector<int> taken;
     std::atomic<bool> waits = true;
     const auto first = std::this_thread::get_id();
-    Jobs<int, int> jobs;
+    Jobs jobs;
     jobs.count = 3;
     jobs.makeWork = [&](unsigned) {
-        return [&, done = 0](int number) mutable {
+        return [&, done = 0](const MethodFile& file) mutable {
             if (std::this_thread::get_id() != first && done++ == 1) {
                 waits = false;
                 throw std::bad_alloc();
@@ -171,11 +178,11 @@ TEST(Jobs, AThreadWithoutMemoryLeavesItsWorkToTheFirst) {
             while (std::this_thread::get_id() == first && waits) {
                 std::this_thread::yield();
             }
-            return number;
+            return outcomeOf(file);
         };
     };
     jobs.find = numbersBelow(60);
-    jobs.take = [&](int number) { taken.push_back(number); };
+    jobs.take = [&](const Outcome& outcome) { taken.push_back(numberIn(outcome)); };
     jobs.stop = [] { return false; };
     jobs.run();
     std::vector<int> all(60);

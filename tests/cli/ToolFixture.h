@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/cli/Application.h"
+#include "hosts/cli/Commands.h"
 #include "method/Format.h"
 #include "method/MethodContent.h"
 #include "support/Documents.h"
@@ -87,7 +87,7 @@ class ToolFixture : public ::testing::Test {
     /// The steps of a method file.
     std::vector<std::string> steps(const std::string& name) const { return method::stepTexts(parsed(text(name))); }
 
-    /// Runs the tool; in its folder. "@NAME" stands for a name there, "@set" for the set's options.
+    /// Runs the tool; in its folder. "@NAME" is a name there, "@set" the set's options.
     int run(const std::string& commandLine, const std::string& input = {}) {
         std::vector<std::string> arguments{"vrnmethod"};
         for (const auto& word : text::split(commandLine, " ")) {

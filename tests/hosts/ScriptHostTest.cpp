@@ -21,7 +21,7 @@ using Json = nlohmann::ordered_json;
 
 class ScriptHostTest : public ::testing::Test {
   protected:
-    Json ask(const Json& request) { return Json::parse(host.handle(request.dump())); }
+    Json ask(const Json& request) { return Json::parse(script::answer(*host, request.dump())); }
     Json result(const Json& request) {
         const auto reply = ask(request);
         EXPECT_TRUE(reply.at("ok").get<bool>()) << request << reply;
@@ -29,7 +29,7 @@ class ScriptHostTest : public ::testing::Test {
     }
     /// The text of the error, which has no number as every fault of a request.
     std::string fault(const std::string& line) {
-        const auto reply = Json::parse(host.handle(line));
+        const auto reply = Json::parse(script::answer(*host, line));
         EXPECT_FALSE(reply.at("ok").get<bool>()) << line;
         EXPECT_FALSE(reply.contains("number")) << line;
         EXPECT_FALSE(reply.contains("result")) << line;
@@ -48,7 +48,7 @@ class ScriptHostTest : public ::testing::Test {
                     {"config", texts.configuration}});
     }
 
-    script::ScriptHost host;
+    std::unique_ptr<script::Operations> host = script::makeScriptHost();
 };
 
 std::vector<std::string> keysOf(const Json& object) {
@@ -241,13 +241,13 @@ TEST_F(ScriptHostTest, MenuIsOpenUntilAnswered) {
 TEST_F(ScriptHostTest, AnswersLineByLine) {
     std::istringstream in("{\"do\":\"refreshControls\"}\r\n\n{\"do\":\"nothing\"}");
     std::ostringstream out;
-    host.run(in, out);
+    script::answerLines(*host, in, out);
     EXPECT_EQ(out.str(),
               "{\"ok\":true,\"result\":null,\"events\":[]}\n"
               "{\"ok\":false,\"error\":\"the line is not JSON\",\"events\":[]}\n"
               "{\"ok\":false,\"error\":\"unknown operation 'nothing'\",\"events\":[]}\n");
-    EXPECT_FALSE(Json::parse(host.handle(std::string(100000, '[')))["ok"]);
-    EXPECT_FALSE(Json::parse(host.handle(std::string(100000, '[') + std::string(100000, ']')))["ok"]);
+    EXPECT_FALSE(Json::parse(script::answer(*host, std::string(100000, '[')))["ok"]);
+    EXPECT_FALSE(Json::parse(script::answer(*host, std::string(100000, '[') + std::string(100000, ']')))["ok"]);
 }
 
 TEST_F(ScriptHostTest, LongSessionWithMalformedLines) {
@@ -271,7 +271,7 @@ TEST_F(ScriptHostTest, LongSessionWithMalformedLines) {
     const auto begin = std::chrono::steady_clock::now();
     for (int i = 0; i < requests; ++i) {
         const auto& [line, ok] = lines[static_cast<std::size_t>(i) % lines.size()];
-        const auto reply = host.handle(line);
+        const auto reply = script::answer(*host, line);
         ASSERT_EQ(reply.starts_with(R"({"ok":true,)"), ok) << line << reply;
     }
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));

@@ -25,13 +25,13 @@ const fs::path folder = fs::path(VRN_SOURCE_DIR) / "tests/scenarios";
 class Session {
   public:
     std::string play(const std::string& request) {
-        const auto reply = host_.handle(method_.filledInto(request));
+        const auto reply = vrn::script::answer(*host_, method_.filledInto(request));
         method_.see(request, reply);
         return vrn::test::replaced(reply, "Version: " + vrn::errors::versionText(), "Version: @VERSION@");
     }
 
   private:
-    vrn::script::ScriptHost host_;
+    std::unique_ptr<vrn::script::Operations> host_ = vrn::script::makeScriptHost();
     vrn::test::LastMethod method_;
 };
 

@@ -1,19 +1,56 @@
-#include "hosts/cli/Application.h"
-
+// The tool as a function: arguments in, exit status out; and what it answers to a call that it does not understand.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <new>
+#include <nlohmann/json.hpp>
+#include <numeric>
 #include <ostream>
+#include <utility>
 
 #include "errors/modErr.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/Suggestion.h"
+#include "hosts/cli/Output.h"
 #include "hosts/cli/System.h"
 
 namespace vrn::cli {
 
 namespace {
+
+// How many letters have to be put in, taken out, replaced or swapped with their neighbour to make one word of the other.
+std::size_t distance(std::string_view a, std::string_view b) {
+    std::vector<std::size_t> twoBack;
+    std::vector<std::size_t> last(b.size() + 1);
+    std::iota(last.begin(), last.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::vector<std::size_t> row{i};
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t replaced = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            row.push_back(std::min({replaced, last[j] + 1, row[j - 1] + 1}));
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                row[j] = std::min(row[j], twoBack[j - 2] + 1);
+            }
+        }
+        twoBack = std::exchange(last, std::move(row));
+    }
+    return last.back();
+}
+
+// The word among `known` that this one looks like a slip of; empty when none is near.
+std::string nearest(std::string_view word, const std::vector<std::string>& known) {
+    constexpr std::size_t longestWord = 40;
+    std::string found;
+    if (word.size() > longestWord) {
+        return found;
+    }
+    auto least = word.size() / 3 + 1;
+    for (const auto& candidate : known) {
+        if (const auto steps = distance(word, candidate); steps < least) {
+            least = steps;
+            found = candidate;
+        }
+    }
+    return found;
+}
 
 // Commands or long options, whichever the word is to be.
 std::vector<std::string> known(const CLI::App& app, bool options) {
@@ -29,7 +66,7 @@ std::vector<std::string> known(const CLI::App& app, bool options) {
     return names;
 }
 
-// What nobody knows what to do with, in place of the library's words that name no cause.
+// The word that the tool does not know, in place of the library's message, which does not name it.
 std::string unknownWord(const CLI::App& app) {
     const auto rest = app.remaining();
     if (rest.empty()) {
@@ -41,7 +78,7 @@ std::string unknownWord(const CLI::App& app) {
            (meant.empty() ? "" : "; did you mean '" + meant + "'?");
 }
 
-// What the library says of a call, in words for whoever made it.
+// What the library says of a call, in words for the user.
 std::string plainly(const CLI::Error& error, const std::vector<std::string>& rest) {
     std::string words = error.what();
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !rest.empty()) {
@@ -87,50 +124,50 @@ bool wantsJson(const CLI::App& tool) {
 }
 
 // What ended the call, for the user and for a program that reads the output.
-void tellFault(const CLI::App& tool, Session& session, const std::string& what) {
-    session.console.err << "vrnmethod: " << what << '\n';
+void reportFault(const CLI::App& tool, Call& call, const std::string& what) {
+    call.console.err << "vrnmethod: " << what << '\n';
     if (wantsJson(tool)) {
         Json json = Json::object();
-        for (const auto& [key, value] : session.about) {
+        for (const auto& [key, value] : call.about) {
             json[key] = value;
         }
         json["error"] = what;
-        (session.outputIsTaken ? session.console.err : session.console.out) << jsonLine(json);
+        (call.outputIsTaken ? call.console.err : call.console.out) << jsonLine(json);
     }
 }
 
-ExitStatus run(CLI::App& tool, Session& session, const std::vector<std::string>& arguments) {
+ExitStatus run(CLI::App& tool, Call& call, const std::vector<std::string>& arguments) {
     try {
-        // The library wants what stands behind the name, last argument first.
+        // The library wants what follows the name, last argument first.
         std::vector<std::string> words(arguments.rbegin(), arguments.rend() - 1);
         requireValues(arguments);
         if (!words.empty() && words.back() == "help") {
             words.pop_back();
-            // An unknown command is said to be one.
+            // An unknown command is reported as one.
             const auto commands = known(tool, false);
             if (words.empty() || std::find(commands.begin(), commands.end(), words.back()) != commands.end()) {
                 words.insert(words.begin(), "--help");
             }
         }
         tool.parse(std::move(words));
-        return session.status;
+        return call.status;
     } catch (const CLI::ParseError& error) {
-        return tool.exit(error, session.console.out, session.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
+        return tool.exit(error, call.console.out, call.console.err) == 0 ? ExitStatus::Well : ExitStatus::Fault;
     } catch (const system::Interrupted&) {
-        session.console.err << "vrnmethod: interrupted\n";
+        call.console.err << "vrnmethod: interrupted\n";
         return ExitStatus::Interrupted;
     } catch (const std::bad_alloc&) {
-        session.console.err << "vrnmethod: " << notEnoughMemory << '\n';
+        call.console.err << "vrnmethod: " << notEnoughMemory << '\n';
         return ExitStatus::Fault;
     } catch (const std::exception& error) {
-        tellFault(tool, session, error.what());
+        reportFault(tool, call, error.what());
         return ExitStatus::Fault;
     }
 }
 
 }  // namespace
 
-void describeTool(CLI::App& tool, Session& session) {
+void describeTool(CLI::App& tool, Call& call) {
     tool.name("vrnmethod");
     tool.description("Keeps methods of laboratory sampling instruments in order, without windows.");
     tool.footer(
@@ -144,10 +181,10 @@ void describeTool(CLI::App& tool, Session& session) {
     tool.get_formatter()->label("SUBCOMMAND", "COMMAND");
     tool.get_formatter()->label("Positionals", "Arguments");
     tool.get_formatter()->column_width(28);
-    const auto group = [&](const char* title, std::initializer_list<void (*)(CLI::App&, Session&)> commands) {
+    const auto group = [&](const char* title, std::initializer_list<void (*)(CLI::App&, Call&)> commands) {
         const auto before = tool.get_subcommands({}).size();
         for (const auto add : commands) {
-            add(tool, session);
+            add(tool, call);
         }
         const auto all = tool.get_subcommands({});
         std::for_each(all.begin() + static_cast<std::ptrdiff_t>(before), all.end(),
@@ -160,10 +197,10 @@ void describeTool(CLI::App& tool, Session& session) {
 
 ExitStatus runTool(const std::vector<std::string>& arguments, const Console& console) noexcept {
     try {
-        Session session{console};
+        Call call{console};
         CLI::App tool;
-        describeTool(tool, session);
-        const auto status = run(tool, session, arguments);
+        describeTool(tool, call);
+        const auto status = run(tool, call, arguments);
         console.out.flush();
         if (!console.out) {
             console.err << "vrnmethod: the output cannot be written\n";

@@ -1,7 +1,10 @@
-#include "hosts/cli/Command.h"
-
+// Commands as the library that reads arguments knows them.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+
+#include "hosts/cli/Commands.h"
+#include "hosts/cli/Help.h"
+#include "text/Lists.h"
 
 namespace vrn::cli {
 
@@ -12,6 +15,47 @@ CLI::Option& valued(CLI::Option* option) {
     option->check(CLI::Validator(
         [](const std::string& value) { return value.empty() ? std::string(emptyValue) : std::string(); }, ""));
     return *option;
+}
+
+// The library keeps the choices of an option in the text that describes its type: "FORMAT:{text,json}".
+void splitType(const std::string& type, OptionHelp& help) {
+    help.metavar = std::string(text::before(type, ":"));
+    const auto open = type.find('{');
+    const auto close = type.find('}');
+    if (open != std::string::npos && close != std::string::npos && open < close) {
+        help.choices = text::split(std::string_view(type).substr(open + 1, close - open - 1), ",");
+    }
+}
+
+OptionHelp optionHelp(const CLI::Option& option) {
+    OptionHelp help;
+    help.isPositional = option.get_positional();
+    if (help.isPositional) {
+        help.names.push_back(option.get_name(true));
+    }
+    for (const auto& name : option.get_snames()) {
+        help.names.push_back("-" + name);
+    }
+    for (const auto& name : option.get_lnames()) {
+        help.names.push_back("--" + name);
+    }
+    if (option.get_items_expected_max() > 0) {
+        splitType(option.get_type_name(), help);
+    }
+    help.description = option.get_description();
+    help.defaultValue = option.get_default_str();
+    help.group = option.get_group();
+    help.isRequired = option.get_required();
+    help.isRepeated = option.get_items_expected_max() > 1;
+    return help;
+}
+
+std::vector<OptionHelp> optionsOf(const CLI::App& app) {
+    std::vector<OptionHelp> options;
+    for (const auto* const option : app.get_options()) {
+        options.push_back(optionHelp(*option));
+    }
+    return options;
 }
 
 }  // namespace
@@ -99,5 +143,50 @@ void Command::answer(const std::string& name, const std::function<void()>& print
 void Command::footer(const std::string& text) { app_->footer(text); }
 
 void Command::callback(const std::function<void()>& run) { app_->callback(run); }
+
+void addSetOptions(Command& command, SetArguments& set) {
+    constexpr auto group = "Document set";
+    command.option("-s,--set", set.folder, "Folder with macros.xml, objects.xml and config.xml")
+        .metavar("FOLDER")
+        .group(group);
+    command.option("--macros", set.macros, "Macro catalogue, instead of the folder's").metavar("FILE").group(group);
+    command.option("--objects", set.objects, "Object list, instead of the folder's").metavar("FILE").group(group);
+    command.option("--config", set.config, "Configuration, instead of the folder's").metavar("FILE").group(group);
+    command.option("--decimal-separator", set.decimalSeparator, "Decimal separator of the instrument's locale")
+        .metavar("TEXT")
+        .showDefault()
+        .group(group);
+}
+
+void addMethodOptions(Command& command, MethodArguments& methods) {
+    command
+        .option("METHOD", methods.methods,
+                "Method files; folders stand for all *.xml files below them, - for standard input")
+        .required()
+        .metavar("");
+    command.option("-j,--jobs", methods.jobs, "Work on so many methods side by side")
+        .metavar("N")
+        .within(1, 256)
+        .showDefault();
+    command.flag("--json", methods.json, "Print one JSON object per method, one a line");
+}
+
+void addWriteOptions(Command& command, WriteArguments& write) {
+    constexpr auto group = "Writing";
+    command.flag("-n,--dry-run", write.dryRun, "Say what would be done, write nothing").group(group);
+    command.option("-b,--backup", write.backupSuffix, "Keep the old file under its name with this suffix, such as .bak")
+        .metavar("SUFFIX")
+        .group(group);
+}
+
+ToolHelp helpOf(const CLI::App& tool) {
+    ToolHelp help{tool.get_name(), tool.get_description(), tool.get_footer(), optionsOf(tool), {}};
+    for (const auto* const command :
+         tool.get_subcommands([](const CLI::App* app) { return !app->get_group().empty(); })) {
+        help.commands.push_back(
+            {command->get_name(), command->get_description(), command->get_footer(), optionsOf(*command)});
+    }
+    return help;
+}
 
 }  // namespace vrn::cli

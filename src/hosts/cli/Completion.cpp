@@ -1,4 +1,5 @@
-#include "hosts/cli/HelpModel.h"
+// Completion scripts for the shells.
+#include "hosts/cli/Help.h"
 #include "text/Lists.h"
 
 namespace vrn::cli {
@@ -15,7 +16,7 @@ std::string namesOf(const std::vector<OptionHelp>& options) {
     return text::join(names, " ");
 }
 
-// Inside single quotes a shell takes all but the quote as it stands.
+// Inside single quotes a shell takes all but the quote as it is.
 std::string shellQuoted(const std::string& text) { return "'" + text::replacedAll(text, "'", R"('\'')") + "'"; }
 
 std::string named(std::string script, const std::string& name) {
@@ -26,7 +27,7 @@ std::string named(std::string script, const std::string& name) {
 bool isFolder(const OptionHelp& option) { return option.metavar == "FOLDER"; }
 bool isFile(const OptionHelp& option) { return option.metavar == "FILE"; }
 
-// What may stand behind an option, as the body of a branch of bash's "case".
+// What may follow an option, as the body of a branch of bash's "case".
 std::string bashValues(const OptionHelp& option) {
     if (!option.choices.empty()) {
         return "mapfile -t COMPREPLY < <(compgen -W '" + text::join(option.choices, " ") + "' -- \"$current\")";

@@ -5,8 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/Names.h"
+#include "hosts/cli/Output.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
 
@@ -177,7 +176,7 @@ class LineParser {
     void parseInsert() {
         command_.text = take("a macro").text;
         command_.step = EditCommand::atEnd;
-        // "before" and "after" could be parameters; with "=" behind they are.
+        // "before" and "after" could be parameters; with "=" after them they are.
         const bool hasPlace = next_ < tokens_.size() && !tokens_[next_].isQuoted &&
                               (tokens_[next_].text == "before" || tokens_[next_].text == "after") &&
                               (next_ + 1 == tokens_.size() || !tokens_[next_ + 1].isEquals);

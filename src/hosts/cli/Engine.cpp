@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "hosts/cli/ExitStatus.h"
 #include "hosts/cli/Files.h"
 #include "method/DocumentSet.h"
 #include "text/Ansi.h"
@@ -13,21 +12,23 @@ namespace vrn::cli {
 
 namespace {
 
+std::string oneLine(const std::string& report) { return text::replacedAll(report, text::crlf, " "); }
+
 class RecordedMessageBox final : public errors::MessageBoxService {
   public:
-    explicit RecordedMessageBox(std::vector<Report>& reports) : reports_(&reports) {}
+    explicit RecordedMessageBox(std::vector<std::string>& reports) : reports_(&reports) {}
     std::int32_t MessageBoxExA(std::intptr_t /*hWnd*/, const std::string& text, const std::string& /*caption*/,
                                std::int32_t /*flags*/) override {
-        reports_->push_back({text::fromAnsi(text), 0, {}});
+        reports_->push_back(oneLine(text::fromAnsi(text)));
         return errors::buttonOk;
     }
     errors::ErrorState lastError() override { return {}; }
     void fallback(const std::string& text, const std::string& /*caption*/, std::int32_t /*style*/) override {
-        reports_->push_back({text, 0, {}});
+        reports_->push_back(oneLine(text));
     }
 
   private:
-    std::vector<Report>* reports_;
+    std::vector<std::string>* reports_;
 };
 
 std::string pathOf(const std::string& own, const std::string& folder, const char* name) {
@@ -58,12 +59,11 @@ bool hasRoots(const method::EditorState& state) {
 }
 
 // Why a set cannot be used, with file and place where it is the fault of a document alone.
-[[noreturn]] void failAtFault(const SetTexts& set, const std::vector<Report>& reports) {
+[[noreturn]] void failAtFault(const SetTexts& set, const std::vector<std::string>& reports) {
     static_cast<void>(parsedXml(set.files[0], set.macros, macrosRoot));
     static_cast<void>(parsedXml(set.files[1], set.objects, objectsRoot));
     static_cast<void>(parsedXml(set.files[2], set.configuration, configurationRoot));
-    throw Fault("the document set cannot be used" +
-                (reports.empty() ? std::string() : ": " + oneLine(reports.front())));
+    throw Fault("the document set cannot be used" + (reports.empty() ? std::string() : ": " + reports.front()));
 }
 
 }  // namespace
@@ -78,13 +78,13 @@ SetTexts readSet(const SetArguments& arguments, const Console& console) {
     return set;
 }
 
-Engine::Engine(const std::string& decimalSeparator) : reports_(std::make_unique<std::vector<Report>>()) {
+Engine::Engine(const std::string& decimalSeparator) : reports_(std::make_unique<std::vector<std::string>>()) {
     auto services = services::embeddedServices();
     services.locale = std::make_shared<services::FixedLocaleService>(decimalSeparator);
     services.messageBox = std::make_shared<RecordedMessageBox>(*reports_);
     editor_ = std::make_unique<shell::VRN_MethodEditor>(std::move(services));
     editor_->onMethodEditorError([reports = reports_.get()](const errors::MethodEditorErrorArguments& error) {
-        reports->push_back({error.strError, error.lngError, error.strProcedure});
+        reports->push_back(oneLine(error.strError));
     });
 }
 
@@ -100,8 +100,6 @@ Engine::Engine(const SetTexts& set) : Engine(set.decimalSeparator) {
 
 void Engine::load(const std::string& method) { method::SetMethod(state(), method); }
 
-std::vector<Report> Engine::takeReports() { return std::exchange(*reports_, {}); }
-
-std::string oneLine(const Report& report) { return text::replacedAll(report.text, text::crlf, " "); }
+std::vector<std::string> Engine::takeReports() { return std::exchange(*reports_, {}); }
 
 }  // namespace vrn::cli

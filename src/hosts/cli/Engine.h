@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/cli/Console.h"
+#include "hosts/cli/Call.h"
 #include "shell/VRN_MethodEditor.h"
 
 namespace vrn::cli {
@@ -36,36 +36,26 @@ struct SetTexts {
 /// Reads the three documents. Throws `Fault` when the call does not name all of them or one of them cannot be read.
 [[nodiscard]] SetTexts readSet(const SetArguments& arguments, const Console& console);
 
-/// What the editor said to its user or to its host.
-struct Report {
-    std::string text;
-    int number = 0;         ///< of an error event; 0 for a message
-    std::string procedure;  ///< of an error event
-};
-
 class Engine {
   public:
     /// An editor without documents: signatures can be looked at.
     Engine();
     /// An editor with the set and no method yet. Throws `Fault` when a document is not well-formed or not what it should be, or when
-    /// the editor has something else to say against the set.
+    /// the editor reports something else of the set.
     explicit Engine(const SetTexts& set);
 
     [[nodiscard]] shell::VRN_MethodEditor& editor() noexcept { return *editor_; }
     [[nodiscard]] method::EditorState& state() noexcept { return editor_->state(); }
     /// Loads another method with the same set.
     void load(const std::string& method);
-    /// What was reported since this was last asked.
-    [[nodiscard]] std::vector<Report> takeReports();
+    /// What the editor reported to its user or its host since this was last called, each as one line.
+    [[nodiscard]] std::vector<std::string> takeReports();
 
   private:
     explicit Engine(const std::string& decimalSeparator);
 
-    std::unique_ptr<std::vector<Report>> reports_;
+    std::unique_ptr<std::vector<std::string>> reports_;
     std::unique_ptr<shell::VRN_MethodEditor> editor_;
 };
-
-/// A report as one line.
-[[nodiscard]] std::string oneLine(const Report& report);
 
 }  // namespace vrn::cli

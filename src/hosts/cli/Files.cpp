@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "errors/Error.h"
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/FileSystem.h"
-#include "hosts/cli/Names.h"
+#include "hosts/cli/Output.h"
 #include "hosts/cli/System.h"
 #include "text/TextFile.h"
 
@@ -62,7 +60,7 @@ std::string decoded(const std::string& path, std::string_view bytes) {
     return text;
 }
 
-// The text without its XML declaration and the white space behind that.
+// The text without its XML declaration and the white space after it.
 std::string_view withoutDeclaration(std::string_view text) {
     if (text::declarationData(text)) {
         text.remove_prefix(std::min(text.find("?>") + 2, text.size()));

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/cli/Console.h"
+#include "hosts/cli/Call.h"
 #include "xml/Dom.h"
 
 namespace vrn::cli {
@@ -18,7 +18,7 @@ struct XmlFile {
     std::string text;  ///< UTF-8
     xml::Document document;
     bool hasUtf8Mark = false;
-    bool isUtf16 = false;  ///< told by its bytes, whatever it declares
+    bool isUtf16 = false;  ///< by its bytes, whatever it declares
     bool isBigEndian = false;
 };
 

@@ -1,5 +1,3 @@
-#include "hosts/cli/MethodFiles.h"
-
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -7,7 +5,8 @@
 #include <system_error>
 #include <unordered_set>
 
-#include "hosts/cli/Names.h"
+#include "hosts/cli/MethodRun.h"
+#include "hosts/cli/Output.h"
 
 namespace vrn::cli {
 
@@ -69,7 +68,7 @@ bool holdsSet(const std::vector<Entry>& entries) {
 
 class Finder {
   public:
-    Finder(const std::vector<std::string>& setFiles, const std::function<void(MethodFile)>& found) : found_(&found) {
+    Finder(const std::vector<std::string>& setFiles, const MethodFound& found) : found_(&found) {
         for (const auto& path : setFiles) {
             setFiles_.insert(identity(path));
         }
@@ -81,11 +80,11 @@ class Finder {
         if (argument == standardInput) {
             addFile(argument, argument);
         } else if (!fs::exists(argument, error)) {
-            tell({argument, displayName(argument) + ": " + unreadable(error ? error : absent)});
+            report({argument, displayName(argument) + ": " + unreadable(error ? error : absent)});
         } else if (!fs::is_directory(argument, error)) {
             addFile(argument, identity(argument));
-        } else if (const auto before = told_; !addFolder(argument) && told_ == before) {
-            tell({argument, "no methods found in " + displayName(argument)});
+        } else if (const auto before = reported_; !addFolder(argument) && reported_ == before) {
+            report({argument, "no methods found in " + displayName(argument)});
         }
     }
 
@@ -99,23 +98,23 @@ class Finder {
 
     void addFile(const std::string& path, std::string identity) {
         if (known_.insert(std::move(identity)).second) {
-            tell({path, {}});
+            report({path, {}});
         }
     }
 
-    void tell(MethodFile file) {
-        ++told_;
+    void report(MethodFile file) {
+        ++reported_;
         (*found_)(std::move(file));
     }
 
-    // Whether it holds methods, named before or not.
+    // Whether it has methods, whether or not they were reported before.
     bool addFolder(const std::string& folder) {
         std::error_code error;
         const auto entries = entriesOf(folder, error);
         if (error) {
-            tell({folder, displayName(folder) + ": " + unreadable(error)});
+            report({folder, displayName(folder) + ": " + unreadable(error)});
         }
-        // Asking the system for each file's own name would take as long as reading it.
+        // To ask the system for each file's own name would take as long as to read it.
         const auto home = (fs::path(identity(folder)) / "").string();
         const bool passOverSet = holdsSet(entries);
         bool found = false;
@@ -135,14 +134,14 @@ class Finder {
 
     std::unordered_set<std::string> setFiles_;
     std::unordered_set<std::string> known_;
-    const std::function<void(MethodFile)>* found_;
-    std::size_t told_ = 0;
+    const MethodFound* found_;
+    std::size_t reported_ = 0;
 };
 
 }  // namespace
 
 void findMethodFiles(const std::vector<std::string>& arguments, const std::vector<std::string>& setFiles,
-                     const std::function<void(MethodFile)>& found) {
+                     const MethodFound& found) {
     Finder finder(setFiles, found);
     for (const auto& argument : arguments) {
         finder.add(argument);

@@ -1,28 +1,26 @@
 #include "hosts/cli/MethodRun.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <new>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <system_error>
 #include <thread>
 #include <utility>
 
-#include "errors/Error.h"
-#include "hosts/cli/Jobs.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
-#include "hosts/cli/Progress.h"
+#include "hosts/cli/Rewrite.h"
 #include "hosts/cli/System.h"
 
 namespace vrn::cli {
 
 namespace {
 
-// Room for what is to be said when there is no more memory.
+// Room for the report that there is no more memory.
 class Reserve {
   public:
     Reserve() { renew(); }
@@ -36,6 +34,19 @@ class Reserve {
     std::unique_ptr<char[]> memory_;
 };
 
+Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json) {
+    Outcome outcome;
+    outcome.status = ExitStatus::Fault;
+    outcome.file = file.path;
+    outcome.fault = what;
+    outcome.err = "vrnmethod: " + what + "\n";
+    if (json) {
+        outcome.out = jsonLine({{"file", displayName(file.path)}, {"error", what}});
+    }
+    return outcome;
+}
+
+// What a thread works with. A fault of a file becomes its outcome.
 class Worker {
   public:
     Worker(const MethodRun& run, MethodWork work, bool isFirst)
@@ -95,7 +106,7 @@ MethodWork madeIfPossible(const MethodRun& run) noexcept {
     }
 }
 
-// How many threads can find something to do, as far as that can be told before folders are walked.
+// How many threads can find something to do, as far as that is known before folders are walked.
 unsigned usefulJobs(const MethodArguments& arguments) {
     const auto isFolder = [](const std::string& path) {
         std::error_code error;
@@ -119,82 +130,141 @@ void noteInUse(const MethodRun& run, const std::vector<MethodFile>& methods) {
     }
 }
 
-}  // namespace
+// One line at the terminal that shows how far the work is, once it takes longer than a moment.
+class Progress {
+  public:
+    explicit Progress(const Console& console) : console_(&console) {}
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress() { hide(); }
 
-Outcome faultOutcome(const MethodFile& file, const std::string& what, bool json) {
-    Outcome outcome;
-    outcome.status = ExitStatus::Fault;
-    outcome.file = file.path;
-    outcome.fault = what;
-    outcome.err = "vrnmethod: " + what + "\n";
-    if (json) {
-        outcome.out = jsonLine({{"file", displayName(file.path)}, {"error", what}});
+    // Nothing before it is known how much there is to do, and then only for more than one thing.
+    void show(std::size_t done, std::size_t total) {
+        using namespace std::chrono_literals;
+        constexpr auto patience = 1s;
+        constexpr auto pause = 100ms;
+        constexpr std::size_t longestBar = 40;
+        const auto now = Clock::now();
+        if (!console_->errIsTerminal || total <= 1 || now - started_ < patience || now - shown_ < pause) {
+            return;
+        }
+        shown_ = now;
+        const auto counts = " " + std::to_string(done) + "/" + std::to_string(total);
+        const auto room = static_cast<std::size_t>(system::terminalWidth());
+        const auto width = std::min(longestBar, room > counts.size() + 4 ? room - counts.size() - 4 : 1);
+        const auto filled = width * done / total;
+        console_->err << "\r[" << std::string(filled, '#') << std::string(width - filled, '.') << "]" << counts
+                      << std::flush;
+        isVisible_ = true;
     }
-    return outcome;
-}
 
-ExitStatus runOverMethods(const MethodRun& run) {
-    std::optional<system::InterruptGuard> guard;
-    Progress progress(run.console);
-    auto status = ExitStatus::Well;
-    std::size_t total = 0;
-    std::size_t done = 0;
-    Jobs<MethodFile, Outcome> jobs;
-    jobs.count = usefulJobs(run.arguments);
-    jobs.makeWork = [&](unsigned worker) {
+    // Takes the line away, so that something else can be written.
+    void hide() {
+        if (isVisible_) {
+            console_->err << "\r\x1B[K" << std::flush;
+            isVisible_ = false;
+        }
+    }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    const Console* console_;
+    Clock::time_point started_ = Clock::now();
+    Clock::time_point shown_;
+    bool isVisible_ = false;
+};
+
+class Run {
+  public:
+    // Who redirects a method's output wants nothing else there.
+    explicit Run(const MethodRun& run)
+        : run_(&run),
+          reports_(run.write != nullptr && readsInput(run.arguments) ? &run.console.err : &run.console.out),
+          progress_(run.console) {}
+
+    ExitStatus carryOut() {
+        Jobs jobs;
+        jobs.count = usefulJobs(run_->arguments);
+        jobs.makeWork = [this](unsigned worker) { return makeWork(worker); };
+        jobs.find = [this](const MethodFound& add) { find(add); };
+        jobs.take = [this](Outcome outcome) { take(std::move(outcome)); };
+        jobs.stop = [this] { return run_->write != nullptr && system::interrupted(); };
+        jobs.run();
+        progress_.hide();
+        if (done_ < total_) {
+            run_->console.err << "vrnmethod: interrupted: " << done_ << " of " << counted(total_, "method")
+                              << " done\n";
+            return ExitStatus::Interrupted;
+        }
+        return status_;
+    }
+
+  private:
+    [[nodiscard]] MethodWork makeWork(unsigned worker) const {
         // Where there are more threads than processors, some may find nothing to do: those make theirs when they do.
+        const bool isFirst = worker == 0;
         const bool isEager = worker < std::max(1U, std::thread::hardware_concurrency());
-        auto work = worker == 0 ? run.makeWork() : isEager ? madeIfPossible(run) : nullptr;
-        return [it = std::make_shared<Worker>(run, std::move(work), worker == 0)](const MethodFile& file) {
+        auto work = isFirst ? run_->makeWork() : isEager ? madeIfPossible(*run_) : nullptr;
+        return [it = std::make_shared<Worker>(*run_, std::move(work), isFirst)](const MethodFile& file) {
             return it->workOn(file);
         };
-    };
-    jobs.find = [&](const std::function<void(MethodFile)>& add) {
+    }
+
+    void find(const MethodFound& add) {
+        std::size_t found = 0;
         std::vector<MethodFile> toWrite;
-        findMethodFiles(run.arguments.methods, run.setFiles, [&](MethodFile file) {
-            ++total;
-            if (run.write != nullptr) {
+        findMethodFiles(run_->arguments.methods, run_->setFiles, [&](MethodFile file) {
+            ++found;
+            if (run_->write != nullptr) {
                 toWrite.push_back(std::move(file));
             } else {
                 add(std::move(file));
             }
         });
-        // What is written may lie in a folder that is still to be read: backups are no methods.
-        if (run.write != nullptr) {
-            noteInUse(run, toWrite);
-            guard.emplace();
+        // What is written may be in a folder that is still to be read: backups are no methods.
+        if (run_->write != nullptr) {
+            noteInUse(*run_, toWrite);
+            guard_.emplace();
             std::for_each(toWrite.begin(), toWrite.end(), [&add](MethodFile& file) { add(std::move(file)); });
         }
-        progress.setTotal(total);
-    };
-    // Who redirects a method's output wants nothing else there.
-    auto& reports = run.write != nullptr && readsInput(run.arguments) ? run.console.err : run.console.out;
-    jobs.take = [&](Outcome outcome) {
+        total_ = found;
+    }
+
+    void take(Outcome outcome) {
         if (outcome.status == ExitStatus::Interrupted) {
             return;
         }
-        status = worse(status, outcome.status);
-        ++done;
-        if (run.beforeOutput) {
-            run.beforeOutput(outcome);
+        status_ = worse(status_, outcome.status);
+        ++done_;
+        if (run_->beforeOutput) {
+            run_->beforeOutput(outcome);
         }
         if (!outcome.out.empty() || !outcome.err.empty() || !outcome.method.empty()) {
-            progress.hide();
-            run.console.out << outcome.method;
-            reports << outcome.out;
-            run.console.out << std::flush;
-            run.console.err << outcome.err << std::flush;
+            progress_.hide();
+            print(outcome);
         }
-        progress.show(done);
-    };
-    jobs.stop = [&run] { return run.write != nullptr && system::interrupted(); };
-    jobs.run();
-    progress.hide();
-    if (done < total) {
-        run.console.err << "vrnmethod: interrupted: " << done << " of " << counted(total, "method") << " done\n";
-        return ExitStatus::Interrupted;
+        progress_.show(done_, total_);
     }
-    return status;
-}
+
+    void print(const Outcome& outcome) const {
+        const auto& console = run_->console;
+        console.out << outcome.method;
+        *reports_ << outcome.out;
+        console.out << std::flush;
+        console.err << outcome.err << std::flush;
+    }
+
+    const MethodRun* run_;
+    std::ostream* reports_;
+    std::optional<system::InterruptGuard> guard_;
+    Progress progress_;
+    ExitStatus status_ = ExitStatus::Well;
+    std::size_t total_ = 0;  // 0 as long as folders are read
+    std::size_t done_ = 0;
+};
+
+}  // namespace
+
+ExitStatus runOverMethods(const MethodRun& run) { return Run(run).carryOut(); }
 
 }  // namespace vrn::cli

@@ -6,7 +6,7 @@
 #include <new>
 #include <string_view>
 
-#include "hosts/cli/ExitStatus.h"
+#include "hosts/cli/Call.h"
 
 namespace {
 

@@ -1,11 +1,9 @@
 #include "hosts/cli/Rewrite.h"
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <utility>
 
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/Names.h"
-#include "hosts/cli/Output.h"
 #include "method/Verification.h"
 #include "text/TextFile.h"
 
@@ -13,7 +11,7 @@ namespace vrn::cli {
 
 namespace {
 
-// Encodings and line ends have their own ideas of a text: what counts is what the next reader gets.
+// Encodings and line ends may change a text: what counts is what the next reader gets.
 void requireIntact(Engine& engine, const XmlFile& file, std::string_view bytes) {
     auto& method = engine.state().domMethod;
     method = xml::Document();
@@ -99,7 +97,7 @@ Json reportHead(const XmlFile& file, const char* status, const WriteArguments& w
     return json;
 }
 
-void tell(const XmlFile& file, Outcome& outcome, const std::string& lines) {
+void report(const XmlFile& file, Outcome& outcome, const std::string& lines) {
     (file.path == standardInput ? outcome.err : outcome.out) += lines;
 }
 

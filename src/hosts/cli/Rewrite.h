@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "hosts/cli/Engine.h"
-#include "hosts/cli/FileSystem.h"
 #include "hosts/cli/Files.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/Outcome.h"
+#include "hosts/cli/MethodRun.h"
+#include "hosts/cli/Output.h"
+#include "hosts/cli/System.h"
 
 namespace vrn::cli {
 
@@ -33,7 +33,7 @@ struct WriteArguments {
     std::shared_ptr<FilesInUse> inUse = std::make_shared<FilesInUse>();
 };
 
-/// A method file that may be written anew: whoever else wants to do so waits until the last copy is gone.
+/// A method file that may be written anew: others that want to write it wait until the last copy of this is gone.
 struct MethodToWrite : XmlFile {
     std::string bytes;  ///< as they were read
     system::Claim claim;
@@ -51,7 +51,7 @@ void requireWritable(const MethodToWrite& file, const WriteArguments& write);
 void writeBack(Engine& engine, const MethodToWrite& file, const xml::Document& method, const WriteArguments& write,
                Outcome& outcome);
 
-/// For a method that stays as it is: who reads the output wants it, changed or not.
+/// For a method that stays as it is: one from standard input goes to the output all the same.
 void passThrough(const MethodToWrite& file, const WriteArguments& write, Outcome& outcome);
 
 /// How the object about a method begins that a command which writes prints with --json: file, status and, when nothing is to be
@@ -59,6 +59,6 @@ void passThrough(const MethodToWrite& file, const WriteArguments& write, Outcome
 [[nodiscard]] Json reportHead(const XmlFile& file, const char* status, const WriteArguments& write);
 
 /// Adds lines for the user: on the error stream when the output is the method itself.
-void tell(const XmlFile& file, Outcome& outcome, const std::string& lines);
+void report(const XmlFile& file, Outcome& outcome, const std::string& lines);
 
 }  // namespace vrn::cli

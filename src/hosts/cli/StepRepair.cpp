@@ -1,11 +1,10 @@
-#include "hosts/cli/StepRepair.h"
-
+// Edits of steps that the editor cannot read, in the document itself.
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/Names.h"
+#include "hosts/cli/EditScript.h"
+#include "hosts/cli/Output.h"
 #include "method/Format.h"
 #include "method/MethodContent.h"
 #include "method/Verification.h"
@@ -70,7 +69,7 @@ class Repair {
         }
     }
 
-    // A step that stands bare goes on up to the next element.
+    // A step without an element of its own goes on up to the next element.
     static void removeRest(const xml::Node& step) {
         const bool isBare = step.kind() != xml::NodeKind::Element;
         for (auto next = step.nextSibling(); isBare && next && next.kind() != xml::NodeKind::Element;

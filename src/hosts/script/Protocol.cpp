@@ -259,7 +259,7 @@ void refuseMenu() { throw BadRequest("no menu is shown"); }
 
 Json Operations::takeEvents() { return std::exchange(events_, Json::array()); }
 
-void Operations::tellError(const errors::MethodEditorErrorArguments& error) {
+void Operations::reportError(const errors::MethodEditorErrorArguments& error) {
     events_.push_back({{"event", "MethodEditorError"},
                        {"lngError", error.lngError},
                        {"strError", error.strError},
@@ -269,7 +269,7 @@ void Operations::tellError(const errors::MethodEditorErrorArguments& error) {
                        {"intLineNumber", error.intLineNumber}});
 }
 
-void Operations::tellMessageBox(const std::string& text, const std::string& title, std::int32_t flags) {
+void Operations::reportMessageBox(const std::string& text, const std::string& title, std::int32_t flags) {
     events_.push_back({{"event", "messageBox"}, {"text", text}, {"title", title}, {"flags", flags}});
 }
 

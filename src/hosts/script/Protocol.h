@@ -69,8 +69,8 @@ class Operations {
     [[nodiscard]] Json takeEvents();
 
   protected:
-    void tellError(const errors::MethodEditorErrorArguments& error);
-    void tellMessageBox(const std::string& text, const std::string& title, std::int32_t flags);
+    void reportError(const errors::MethodEditorErrorArguments& error);
+    void reportMessageBox(const std::string& text, const std::string& title, std::int32_t flags);
 
   private:
     Json events_ = Json::array();

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
-#include "hosts/script/Protocol.h"
-#include "hosts/script/Snapshot.h"
+#include "catalogue/ParameterGrid.h"
 #include "shell/VRN_MethodEditor.h"
 #include "text/Ansi.h"
 
@@ -12,24 +12,23 @@ namespace vrn::script {
 
 namespace {
 
-using Tell = std::function<void(const std::string& text, const std::string& title, std::int32_t flags)>;
-
-// Shows message boxes by telling of them.
-class ToldMessageBox final : public errors::MessageBoxService {
+// Shows a message box as an event of the reply.
+class ReportedMessageBox final : public errors::MessageBoxService {
   public:
-    explicit ToldMessageBox(Tell tell) : tell_(std::move(tell)) {}
+    using Report = std::function<void(const std::string& text, const std::string& title, std::int32_t flags)>;
+    explicit ReportedMessageBox(Report report) : report_(std::move(report)) {}
     std::int32_t MessageBoxExA(std::intptr_t /*hWnd*/, const std::string& text, const std::string& caption,
                                std::int32_t flags) override {
-        tell_(text::fromAnsi(text), text::fromAnsi(caption), flags);
+        report_(text::fromAnsi(text), text::fromAnsi(caption), flags);
         return errors::buttonOk;
     }
     errors::ErrorState lastError() override { return {}; }
     void fallback(const std::string& text, const std::string& caption, std::int32_t style) override {
-        tell_(text, caption, style);
+        report_(text, caption, style);
     }
 
   private:
-    Tell tell_;
+    Report report_;
 };
 
 void requireDone(controls::UserRequest outcome, const controls::Control& control) {
@@ -47,12 +46,62 @@ Control& named(const std::string& name, std::initializer_list<Control*> controls
                           [&](const Control* control) { return control->name() == name; });
 }
 
-}  // namespace
+Json listJson(const controls::ItemList& list) {
+    return {{"items", list.items()}, {"index", list.listIndex()}, {"enabled", list.enabled()}};
+}
 
-class ScriptHost::Session final : public Operations {
+Json gridJson(const method::EditorState& state) {
+    Json rows = Json::array();
+    for (int row = 1; row < state.grdMacro.rowCount(); ++row) {
+        const auto* const cells = state.grdMacro.row(row);
+        const auto index = static_cast<std::size_t>(row);
+        rows.push_back(
+            {{"name", cells->name},
+             {"value", cells->value},
+             {"object", catalogue::IsObjectPosition(state, row)},
+             {"hint", index < state.arrMacroParams.size() ? state.arrMacroParams[index].text : std::string()},
+             {"items", cells->items()}});
+    }
+    return {{"enabled", state.grdMacro.enabled()}, {"rows", std::move(rows)}};
+}
+
+Json sequenceJson(const method::EditorState& state) {
+    Json sequence = Json::array();
+    for (const auto& entry : state.arrMethodMacros) {
+        const bool hasValues = entry.MacroValues && !entry.MacroValues->empty();
+        sequence.push_back(
+            {{"MacroName", entry.MacroName}, {"MacroValues", hasValues ? Json(*entry.MacroValues) : Json()}});
+    }
+    return sequence;
+}
+
+// What a user could see and a debugger could read of an editor.
+Json snapshot(const method::EditorState& state) {
+    const auto enabled = [](const controls::Control& control) { return Json{{"enabled", control.enabled()}}; };
+    return {{"IsChanged", state.IsChanged},
+            {"booDisable", state.booDisable},
+            {"booBaselineLoaded", state.booBaselineLoaded},
+            {"booCycleDateChanged", state.booCycleDateChanged},
+            {"txtMethodDescription",
+             {{"text", state.txtMethodDescription.text()}, {"enabled", state.txtMethodDescription.enabled()}}},
+            {"cboSyringe", listJson(state.cboSyringe)},
+            {"cboSelectedMacro", listJson(state.cboSelectedMacro)},
+            {"lstMethodMacroList", listJson(state.lstMethodMacroList)},
+            {"cmdInsert", enabled(state.cmdInsert)},
+            {"cmdReplace", enabled(state.cmdReplace)},
+            {"cmdDelete", enabled(state.cmdDelete)},
+            {"cmdDefCycle", {{"enabled", state.cmdDefCycle.enabled()}, {"visible", state.cmdDefCycle.visible()}}},
+            {"lblCycleDateChanged",
+             {{"text", state.lblCycleDateChanged.caption()}, {"visible", state.lblCycleDateChanged.visible()}}},
+            {"grdMacro", gridJson(state)},
+            {"arrMethodMacros", sequenceJson(state)},
+            {"strAtomLine", state.strAtomLine}};
+}
+
+class ScriptHost final : public Operations {
   public:
-    explicit Session(services::Services services) : editor_(withTold(std::move(services))) {
-        editor_.onMethodEditorError([this](const errors::MethodEditorErrorArguments& error) { tellError(error); });
+    explicit ScriptHost(services::Services services) : editor_(withReportedBoxes(std::move(services))) {
+        editor_.onMethodEditorError([this](const errors::MethodEditorErrorArguments& error) { reportError(error); });
     }
 
     void SetXmlDocuments(const std::string& macros, const std::string& objects, const std::string& method,
@@ -109,10 +158,10 @@ class ScriptHost::Session final : public Operations {
     Json state() override { return snapshot(editor_.state()); }
 
   private:
-    services::Services withTold(services::Services services) {
+    services::Services withReportedBoxes(services::Services services) {
         services.messageBox =
-            std::make_shared<ToldMessageBox>([this](const std::string& text, const std::string& title,
-                                                    std::int32_t flags) { tellMessageBox(text, title, flags); });
+            std::make_shared<ReportedMessageBox>([this](const std::string& text, const std::string& title,
+                                                        std::int32_t flags) { reportMessageBox(text, title, flags); });
         return services;
     }
 
@@ -124,12 +173,10 @@ class ScriptHost::Session final : public Operations {
     shell::VRN_MethodEditor editor_;
 };
 
-ScriptHost::ScriptHost(services::Services services) : session_(std::make_unique<Session>(std::move(services))) {}
+}  // namespace
 
-ScriptHost::~ScriptHost() = default;
-
-std::string ScriptHost::handle(std::string_view line) noexcept { return answer(*session_, line); }
-
-void ScriptHost::run(std::istream& in, std::ostream& out) { answerLines(*session_, in, out); }
+std::unique_ptr<Operations> makeScriptHost(services::Services services) {
+    return std::make_unique<ScriptHost>(std::move(services));
+}
 
 }  // namespace vrn::script

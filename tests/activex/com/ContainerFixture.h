@@ -2,6 +2,7 @@
 #pragma once
 
 #include "activex/com/Container.h"
+#include "hosts/sample/script/WindowSearch.h"
 
 namespace vrn::test {
 
@@ -12,19 +13,7 @@ inline constexpr int cmdDelete = 109;
 
 /// The child control's window below the control's.
 inline HWND childOf(HWND window, int id) {
-    struct Search {
-        int id;
-        HWND found;
-    } search{id, nullptr};
-    const auto look = [](HWND candidate, LPARAM argument) -> BOOL {
-        auto* const wanted = reinterpret_cast<Search*>(argument);
-        if (GetDlgCtrlID(candidate) == wanted->id) {
-            wanted->found = candidate;
-        }
-        return wanted->found == nullptr ? TRUE : FALSE;
-    };
-    EnumChildWindows(window, look, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return sample::findBelow(window, [&](HWND candidate) { return GetDlgCtrlID(candidate) == id; });
 }
 
 class ContainerTest : public ControlTest {

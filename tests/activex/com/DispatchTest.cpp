@@ -80,7 +80,9 @@ TEST_F(DispatchTest, WhatAMemberIsNotForIsRefused) {
     com::Variant result;
     com::Variant yes = truth(true);
     EXPECT_EQ(invoke(control.Get(), 5, DISPATCH_PROPERTYGET, {}, result.put()), DISP_E_MEMBERNOTFOUND);
-    EXPECT_EQ(invoke(control.Get(), 8, DISPATCH_PROPERTYPUT, {yes.get()}), DISP_E_MEMBERNOTFOUND);
+    // Wine 10 takes this for an assignment to what the member returns, and finds an argument too many.
+    EXPECT_THAT(invoke(control.Get(), 8, DISPATCH_PROPERTYPUT, {yes.get()}),
+                testing::AnyOf(DISP_E_MEMBERNOTFOUND, DISP_E_BADPARAMCOUNT));
     EXPECT_EQ(invoke(control.Get(), 99, DISPATCH_METHOD, {}), DISP_E_MEMBERNOTFOUND);
     const com::Variant number(std::int32_t{5});
     EXPECT_EQ(invoke(control.Get(), 2, DISPATCH_METHOD, {number.get(), number.get(), number.get(), number.get()}),

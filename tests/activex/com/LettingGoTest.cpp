@@ -81,13 +81,15 @@ class HostTimer {
   public:
     explicit HostTimer(std::function<void()> action) {
         action_ = std::move(action);
-        SetTimer(nullptr, 0, 1, [](HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
-            KillTimer(nullptr, id);
-            std::exchange(action_, nullptr)();
-        });
+        SetTimer(nullptr, 0, 1, goOff);
     }
 
   private:
+    static void CALLBACK goOff(HWND /*window*/, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
+        KillTimer(nullptr, id);
+        std::exchange(action_, nullptr)();
+    }
+
     static inline std::function<void()> action_;
 };
 

@@ -22,20 +22,20 @@ class ObjectTest : public ContainerTest {
     };
 };
 
+int CALLBACK addText(HDC /*context*/, HANDLETABLE* /*table*/, METARECORD* record, int /*count*/, LPARAM into) {
+    if (record->rdFunction == META_EXTTEXTOUT) {
+        const int length = record->rdParm[2];
+        const int rectangle = (record->rdParm[3] & (ETO_OPAQUE | ETO_CLIPPED)) != 0 ? 4 : 0;
+        reinterpret_cast<std::vector<std::string>*>(into)->emplace_back(
+            reinterpret_cast<const char*>(record->rdParm + 4 + rectangle), length);
+    }
+    return 1;
+}
+
 // The texts that a metafile writes.
 std::vector<std::string> textsIn(HMETAFILE picture) {
     std::vector<std::string> texts;
-    const auto look = [](HDC /*context*/, HANDLETABLE* /*table*/, METARECORD* record, int /*count*/,
-                         LPARAM into) -> int {
-        if (record->rdFunction == META_EXTTEXTOUT) {
-            const int length = record->rdParm[2];
-            const int rectangle = (record->rdParm[3] & (ETO_OPAQUE | ETO_CLIPPED)) != 0 ? 4 : 0;
-            reinterpret_cast<std::vector<std::string>*>(into)->emplace_back(
-                reinterpret_cast<const char*>(record->rdParm + 4 + rectangle), length);
-        }
-        return 1;
-    };
-    EnumMetaFile(nullptr, picture, look, reinterpret_cast<LPARAM>(&texts));
+    EnumMetaFile(nullptr, picture, addText, reinterpret_cast<LPARAM>(&texts));
     return texts;
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
 
 #include "activex/form/FormFixture.h"
 
@@ -198,19 +200,19 @@ TEST_F(FormTest, EverythingStandsApartAndGrowsWithTheForm) {
     DeleteObject(big);
 }
 
+LRESULT CALLBACK countColourChanges(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                                    DWORD_PTR count) {
+    *reinterpret_cast<int*>(count) += message == WM_SYSCOLORCHANGE ? 1 : 0;
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
 TEST_F(FormTest, NewsOfTheSystemReachItsControls) {
-    static int heard = 0;
-    static WNDPROC former = nullptr;
-    heard = 0;
-    const WNDPROC listener = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        heard += message == WM_SYSCOLORCHANGE ? 1 : 0;
-        return CallWindowProcW(former, window, message, wParam, lParam);
-    };
+    int heard = 0;
     const HWND header = GetDlgItem(grid(), activex::gridHeaderId);
-    former = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(listener)));
+    SetWindowSubclass(header, countColourChanges, 1, reinterpret_cast<DWORD_PTR>(&heard));
     SendMessageW(form.window(), WM_SYSCOLORCHANGE, 0, 0);
     EXPECT_EQ(heard, 1);
-    SetWindowLongPtrW(header, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(former));
+    RemoveWindowSubclass(header, countColourChanges, 1);
 }
 
 TEST_F(FormTest, TheFocusIsNotLostWithItsControl) {

@@ -142,15 +142,11 @@ class MenuAnswer {
     MenuAnswer(HWND parent, HWND grid, controls::Menu& menu) : parent_(parent), grid_(grid), menu_(menu) {}
     /// What the menu offers that opens now; empty when none does. The last key is sent after one step down.
     std::vector<std::string> captions(WPARAM last) {
-        static MenuAnswer* self;
-        self = this;
+        self_ = this;
         last_ = last;
         seen_.clear();
         place_ = {};
-        SetTimer(parent_, 1, 50, [](HWND window, UINT, UINT_PTR id, DWORD) {
-            KillTimer(window, id);
-            self->answer();
-        });
+        SetTimer(parent_, 1, 50, timeIsUp);
         for (int i = 0; i < 300 && (menu_.shown() || i < 10); ++i) {
             FormTest::pump();
             Sleep(10);
@@ -161,6 +157,10 @@ class MenuAnswer {
     [[nodiscard]] const RECT& place() const { return place_; }
 
   private:
+    static void CALLBACK timeIsUp(HWND window, UINT /*message*/, UINT_PTR id, DWORD /*time*/) {
+        KillTimer(window, id);
+        self_->answer();
+    }
     void answer() {
         const HWND shown = FindWindowW(L"#32768", nullptr);
         if (!menu_.shown() || shown == nullptr) {
@@ -171,6 +171,7 @@ class MenuAnswer {
         PostMessageW(grid_, WM_KEYDOWN, VK_DOWN, 1);
         PostMessageW(grid_, WM_KEYDOWN, last_, 1);
     }
+    static inline MenuAnswer* self_ = nullptr;
     HWND parent_;
     HWND grid_;
     controls::Menu& menu_;

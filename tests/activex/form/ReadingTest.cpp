@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "activex/form/FormFixture.h"
+#include "hosts/sample/script/WindowSearch.h"
 
 namespace vrn::test {
 namespace {
@@ -68,34 +69,20 @@ class ReadingTest : public FormTest {
     /// What the tool tip of a window says when the mouse comes to this place, nothing without one. `mouse` gets the message.
     static std::string tip(HWND mouse, int x, int y) {
         SendMessageW(mouse, WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
-        struct Search {
-            HWND owner;
-            POINT place;
-            std::wstring text;
-        } search{mouse, {x, y}, {}};
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND candidate, LPARAM parameter) -> BOOL {
-                auto& wanted = *reinterpret_cast<Search*>(parameter);
-                std::array<wchar_t, 40> name{};
-                GetClassNameW(candidate, name.data(), static_cast<int>(name.size()));
-                if (std::wstring_view(name.data()) != TOOLTIPS_CLASSW) {
-                    return TRUE;
-                }
-                std::array<wchar_t, 1000> text{};
-                TOOLINFOW tool{};
-                tool.cbSize = TTTOOLINFOW_V2_SIZE;
-                tool.hwnd = wanted.owner;
-                tool.uId = 1;
-                tool.lpszText = text.data();
-                if (SendMessageW(candidate, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)) != FALSE &&
-                    PtInRect(&tool.rect, wanted.place) != FALSE) {
-                    wanted.text = text.data();
-                }
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return text::fromWide(search.text);
+        std::array<wchar_t, 1000> text{};
+        TOOLINFOW tool{};
+        tool.cbSize = TTTOOLINFOW_V2_SIZE;
+        tool.hwnd = mouse;
+        tool.uId = 1;
+        tool.lpszText = text.data();
+        const HWND tips = sample::findInThread(GetCurrentThreadId(), [&](HWND candidate) {
+            std::array<wchar_t, 40> name{};
+            GetClassNameW(candidate, name.data(), static_cast<int>(name.size()));
+            return std::wstring_view(name.data()) == TOOLTIPS_CLASSW &&
+                   SendMessageW(candidate, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)) != FALSE &&
+                   PtInRect(&tool.rect, {x, y}) != FALSE;
+        });
+        return tips == nullptr ? std::string() : text::fromWide(text.data());
     }
     static std::string tipInTheMiddle(HWND of) {
         RECT client{};

@@ -9,7 +9,7 @@
 #include <functional>
 
 #include "cli/ToolFixture.h"
-#include "hosts/cli/FileSystem.h"
+#include "hosts/cli/System.h"
 
 namespace vrn::test {
 namespace {

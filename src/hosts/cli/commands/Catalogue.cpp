@@ -1,13 +1,12 @@
 #include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "catalogue/CxmlValuesHandler.h"
 #include "catalogue/Indexes.h"
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/Output.h"
-#include "hosts/cli/ParameterText.h"
 #include "text/Lists.h"
 #include "text/Unicode.h"
 
@@ -89,7 +88,7 @@ class Catalogue {
         }
         for (int i = 0; i < state().cboSelectedMacro.count(); ++i) {
             const auto& name = names[static_cast<std::size_t>(i)];
-            // Who names a macro wants that one, not all that mention it.
+            // A call that names a macro wants that one, not all that mention it.
             const bool wanted =
                 isExact ? pattern_.matchesExactly(name) : pattern_.matches({name, state().cboSelectedMacro.toolTip(i)});
             if (wanted && arguments_->pattern.empty() && !arguments_->json) {
@@ -209,7 +208,7 @@ class Catalogue {
 
 }  // namespace
 
-void addCatalogue(CLI::App& tool, Session& session) {
+void addCatalogue(CLI::App& tool, Call& call) {
     Command command(tool, "catalogue", "Look up macros, objects and user-defined names");
     const auto arguments = std::make_shared<CatalogueArguments>();
     command.option("WHAT", arguments->what, "What to list: macros, objects or names")
@@ -231,11 +230,11 @@ void addCatalogue(CLI::App& tool, Session& session) {
         "  vrnmethod catalogue macros WASH --set instrument/\n"
         "  vrnmethod catalogue macros LIQUID-INJ --syringe 100uL --set instrument/\n"
         "  vrnmethod catalogue names --set instrument/");
-    command.callback([arguments, &session] {
-        const auto printed = Catalogue(session.console, *arguments).print();
-        session.status = printed > 0 ? ExitStatus::Well : ExitStatus::Findings;
+    command.callback([arguments, &call] {
+        const auto printed = Catalogue(call.console, *arguments).print();
+        call.status = printed > 0 ? ExitStatus::Well : ExitStatus::Findings;
         if (printed == 0) {
-            session.console.err << "vrnmethod: no " << arguments->what << " with '" << arguments->pattern << "'\n";
+            call.console.err << "vrnmethod: no " << arguments->what << " with '" << arguments->pattern << "'\n";
         }
     });
 }

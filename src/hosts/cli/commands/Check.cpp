@@ -1,10 +1,11 @@
+#include <array>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
 
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/FindingText.h"
-#include "hosts/cli/Names.h"
 
 namespace vrn::cli {
 
@@ -40,21 +41,21 @@ Outcome outcomeOf(const MethodFile& file, std::vector<Finding> findings, const C
     Outcome outcome;
     const auto worst = severityOf(arguments.failOn).value_or(Severity::Warning);
     for (const auto& finding : findings) {
-        if (finding.kind->severity >= worst) {
+        if (finding.kind().severity >= worst) {
             outcome.status = ExitStatus::Findings;
         }
-        if (concernsCatalogue(finding)) {
+        if (finding.concernsCatalogue()) {
             outcome.once.push_back(outputOf(finding.file, {finding}, arguments, style));
         } else {
-            ++outcome.counts[indexOf(finding.kind->severity)];
+            ++outcome.counts[indexOf(finding.kind().severity)];
         }
     }
-    std::erase_if(findings, concernsCatalogue);
+    std::erase_if(findings, [](const Finding& finding) { return finding.concernsCatalogue(); });
     outcome.out = outputOf(file.path, findings, arguments, style);
     return outcome;
 }
 
-// What is told of all methods together, once they are through.
+// What is reported of all methods together, once they are checked.
 class Summary {
   public:
     void add(const Outcome& outcome) {
@@ -97,7 +98,7 @@ void listCodes(const Console& console) {
     const Style style(console.outHasColour);
     Table table;
     for (const auto& kind : findingKinds()) {
-        table.add({std::string(kind.code), std::string(severityName(kind.severity)), std::string(kind.meaning)});
+        table.add({std::string(kind.name), std::string(severityName(kind.severity)), std::string(kind.meaning)});
     }
     console.out << table.text();
 }
@@ -117,7 +118,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
         };
     };
     Summary summary;
-    std::set<std::string> told;
+    std::set<std::string> printed;
     std::string results;
     const auto addResults = [&results](const std::string& more) {
         results += (results.empty() || more.empty() ? "" : ",") + more;
@@ -126,7 +127,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
         summary.add(outcome);
         std::string common;
         for (auto& output : outcome.once) {
-            if (told.insert(output).second) {
+            if (printed.insert(output).second) {
                 summary.addCatalogueFault();
                 common += (sarif && !common.empty() ? "," : "") + output;
             }
@@ -150,7 +151,7 @@ ExitStatus run(const Console& console, CheckArguments arguments) {
 
 }  // namespace
 
-void addCheck(CLI::App& tool, Session& session) {
+void addCheck(CLI::App& tool, Call& call) {
     Command command(tool, "check", "Find everything that is wrong with methods");
     const auto arguments = std::make_shared<CheckArguments>();
     addMethodOptions(command, arguments->methods);
@@ -164,8 +165,7 @@ void addCheck(CLI::App& tool, Session& session) {
         .metavar("SEVERITY")
         .showDefault();
     command.answer(
-        "--list-codes", [&session] { listCodes(session.console); },
-        "List the codes of all findings and what they mean");
+        "--list-codes", [&call] { listCodes(call.console); }, "List the codes of all findings and what they mean");
     command.footer(
         "Looks at signature, version, syringe, every step's cycle and values, and the embedded cycles. Each\n"
         "finding has a code that stays the same from version to version. --json is --format json.\n\n"
@@ -173,7 +173,7 @@ void addCheck(CLI::App& tool, Session& session) {
         "  vrnmethod check --set instrument/ methods/\n"
         "  vrnmethod check --set instrument/ --jobs 4 --fail-on error methods/\n"
         "  vrnmethod check --set instrument/ --format sarif methods/ > methods.sarif");
-    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &call] { call.status = run(call.console, *arguments); });
 }
 
 }  // namespace vrn::cli

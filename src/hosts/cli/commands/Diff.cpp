@@ -1,11 +1,11 @@
 #include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "audit/AuditTrail.h"
 #include "audit/MethodDiff.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/Json.h"
-#include "hosts/cli/Names.h"
 #include "hosts/cli/Output.h"
 #include "method/SignatureState.h"
 #include "text/Lists.h"
@@ -50,12 +50,12 @@ class DiffText {
     }
 
   private:
-    // A value that stands in a row of its own; what is there and empty is distinguished from what is not there.
+    // A value in a row of its own; what is there and empty is distinguished from what is not there.
     [[nodiscard]] static std::string cell(const std::optional<std::string>& value) {
         return !value ? std::string() : value->empty() ? "(empty)" : printable(*value);
     }
 
-    // Texts of several lines stand side by side, equal lines left out at both ends.
+    // Texts of several lines are shown side by side, equal lines left out at both ends.
     void addLines(const Difference& difference, const std::string& prefix) {
         auto before = text::split(difference.before.value_or(""), "\n");
         auto after = text::split(difference.after.value_or(""), "\n");
@@ -193,11 +193,11 @@ ExitStatus printAudit(const Console& console, const DiffArguments& arguments) {
     Engine engine(set);
     engine.load(after.text);
     for (const auto& report : engine.takeReports()) {
-        throw Fault(displayName(arguments.after) + ": the editor does not take it as it is: " + oneLine(report));
+        throw Fault(displayName(arguments.after) + ": the editor does not take it as it is: " + report);
     }
     const auto audit = audit::AuditTrailAgainst(engine.state(), before.document);
     for (const auto& report : engine.takeReports()) {
-        console.err << "vrnmethod: the audit trail is not complete: " << oneLine(report) << "\n";
+        console.err << "vrnmethod: the audit trail is not complete: " << report << "\n";
     }
     if (arguments.json) {
         console.out << jsonLine(
@@ -211,7 +211,7 @@ ExitStatus printAudit(const Console& console, const DiffArguments& arguments) {
 
 }  // namespace
 
-void addDiff(CLI::App& tool, Session& session) {
+void addDiff(CLI::App& tool, Call& call) {
     Command command(tool, "diff", "Tell what changed between two methods");
     const auto arguments = std::make_shared<DiffArguments>();
     command.option("OLD", arguments->before, "The method before").required().metavar("");
@@ -230,10 +230,9 @@ void addDiff(CLI::App& tool, Session& session) {
         "  vrnmethod diff method.xml.bak method.xml\n"
         "  git show HEAD:method.xml | vrnmethod diff - method.xml\n"
         "  vrnmethod diff --audit --set instrument/ old.xml new.xml");
-    command.callback([arguments, &session] {
-        session.about = {{"old", displayName(arguments->before)}, {"new", displayName(arguments->after)}};
-        session.status =
-            arguments->audit ? printAudit(session.console, *arguments) : printDiff(session.console, *arguments);
+    command.callback([arguments, &call] {
+        call.about = {{"old", displayName(arguments->before)}, {"new", displayName(arguments->after)}};
+        call.status = arguments->audit ? printAudit(call.console, *arguments) : printDiff(call.console, *arguments);
     });
 }
 

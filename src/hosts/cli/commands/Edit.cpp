@@ -1,15 +1,12 @@
-#include <algorithm>
 #include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "audit/AuditTrail.h"
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/FindingText.h"
-#include "hosts/cli/Names.h"
-#include "hosts/cli/ScriptedUser.h"
-#include "hosts/cli/StepRepair.h"
-#include "hosts/cli/System.h"
+#include "hosts/cli/EditScript.h"
 
 namespace vrn::cli {
 
@@ -44,31 +41,28 @@ class Editing {
         const auto inspection = editable(method);
         const auto repair = repaired(engine, method, inspection, arguments_->script, commands);
         engine.load(repair ? repair->text : method.text);
-        ScriptedUser(engine, arguments_->script).carryOut(repair ? repair->commands : commands);
+        carryOut(engine, arguments_->script, repair ? repair->commands : commands);
         const auto audit = auditTrail(repair ? &method : nullptr);
         const auto auditReports = engine.takeReports();
         const auto built = engine.editor().GetMethodXml();
         if (const auto reports = engine.takeReports(); !built || !reports.empty()) {
-            throw Fault(displayName(method.path) + ": nothing was written: " +
-                        (reports.empty() ? "the method has no step" : oneLine(reports.front())));
+            throw Fault(displayName(method.path) +
+                        ": nothing was written: " + (reports.empty() ? "the method has no step" : reports.front()));
         }
         const auto findings = checker_.check(*built).findings;
-        const bool hasErrors = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
-            return finding.kind->severity == Severity::Error;
-        });
-        if (hasErrors && !arguments_->force) {
-            tellReport(method, "refused", "not written: check would find errors; --force writes all the same",
-                       findings);
+        const bool isAtFault = hasErrors(findings);
+        if (isAtFault && !arguments_->force) {
+            report(method, "refused", "not written: check would find errors; --force writes all the same", findings);
             return ExitStatus::Findings;
         }
         write(method, *built, audit);
-        for (const auto& report : auditReports) {
-            console_->err << "vrnmethod: the audit trail is not complete: " << oneLine(report) << "\n";
+        for (const auto& missing : auditReports) {
+            console_->err << "vrnmethod: the audit trail is not complete: " << missing << "\n";
         }
-        tellReport(method, "edited",
-                   (arguments_->write.dryRun ? "would be edited: " : "edited: ") + counted(commands.size(), "edit"),
-                   findings);
-        return hasErrors ? ExitStatus::Findings : ExitStatus::Well;
+        report(method, "edited",
+               (arguments_->write.dryRun ? "would be edited: " : "edited: ") + counted(commands.size(), "edit"),
+               findings);
+        return isAtFault ? ExitStatus::Findings : ExitStatus::Well;
     }
 
   private:
@@ -78,7 +72,7 @@ class Editing {
         arguments.write.inUse->add({arguments.method, arguments.script});
     }
 
-    // What the call writes is to harm nothing that it reads, whatever names these have.
+    // What the call writes harms nothing that it reads, whatever names these have.
     void requireApart() const {
         const auto& audit = arguments_->audit;
         if (!auditGoesToFile()) {
@@ -100,9 +94,7 @@ class Editing {
     method::Inspection editable(const XmlFile& method) {
         auto result = checker_.check(method.document);
         for (const auto& finding : result.findings) {
-            const auto code = finding.kind->code;
-            if (concernsSignature(finding) || code == "version-unsupported" || code == "catalogue-fault" ||
-                code == "editor-report") {
+            if (finding.kind().loss == Loss::Everything) {
                 throw Fault(displayName(method.path) + ": cannot be edited: " +
                             (finding.cycle.empty() ? "" : placeOf(finding) + ": ") + finding.message);
             }
@@ -150,7 +142,7 @@ class Editing {
         writeMethod(method, built);
     }
 
-    // The audit trail goes again when the method cannot be written.
+    // The audit trail is as it was before when the method cannot be written.
     void writeWithAuditFile(const MethodToWrite& method, const xml::Document& built, const std::string& audit) {
         const auto& path = arguments_->audit;
         std::error_code error;
@@ -175,8 +167,8 @@ class Editing {
         console_->out << outcome.method;
     }
 
-    void tellReport(const XmlFile& method, const char* status, const std::string& words,
-                    const std::vector<Finding>& findings) const {
+    void report(const XmlFile& method, const char* status, const std::string& words,
+                const std::vector<Finding>& findings) const {
         auto& out = method.path == standardInput || auditGoesToOutput() ? console_->err : console_->out;
         if (arguments_->json) {
             auto json = reportHead(method, status, arguments_->write);
@@ -195,7 +187,7 @@ class Editing {
 
 }  // namespace
 
-void addEdit(CLI::App& tool, Session& session) {
+void addEdit(CLI::App& tool, Call& call) {
     Command command(tool, "edit", "Change a method by a script");
     const auto arguments = std::make_shared<EditArguments>();
     command.option("METHOD", arguments->method, "Method file, or - for standard input").required().metavar("");
@@ -218,10 +210,10 @@ void addEdit(CLI::App& tool, Session& session) {
         "Examples:\n"
         "  vrnmethod edit method.xml --script changes.txt --set instrument/ --audit audit.xml\n"
         "  echo 'set 2 Volume=5' | vrnmethod edit method.xml --script - --set instrument/");
-    command.callback([arguments, &session] {
-        session.about = {{"file", displayName(arguments->method)}};
-        session.outputIsTaken = arguments->method == standardInput || arguments->audit == standardInput;
-        session.status = Editing(session.console, *arguments).run();
+    command.callback([arguments, &call] {
+        call.about = {{"file", displayName(arguments->method)}};
+        call.outputIsTaken = arguments->method == standardInput || arguments->audit == standardInput;
+        call.status = Editing(call.console, *arguments).run();
     });
 }
 

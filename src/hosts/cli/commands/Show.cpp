@@ -1,13 +1,11 @@
 #include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <string_view>
 #include <unordered_map>
 
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/FindingText.h"
-#include "hosts/cli/Names.h"
-#include "hosts/cli/Output.h"
-#include "hosts/cli/ParameterText.h"
 #include "method/SignatureState.h"
 #include "text/Lists.h"
 
@@ -32,27 +30,33 @@ std::string signatureName(const method::Inspection& inspection) {
     return std::string(method::signatureStateName(method::signatureState(inspection.verification, inspection.content)));
 }
 
-// Steps take much the same room: once some are written, there is room for all. Growing bit by bit a long text is copied again and again.
-void reserveForSteps(std::string& out, std::size_t told, std::size_t all) {
+// Whether a finding about the method as a whole is shown after its steps; the head shows the others.
+bool isRemark(Subject subject) {
+    return subject == Subject::Cycles || subject == Subject::Atoms || subject == Subject::Names ||
+           subject == Subject::Catalogue;
+}
+
+// Steps take much the same room: once some are written, there is room for all. A long text that grows bit by bit is copied again and again.
+void reserveForSteps(std::string& out, std::size_t written, std::size_t all) {
     constexpr std::size_t enough = 64;
-    if (told == enough && all > enough) {
+    if (written == enough && all > enough) {
         out.reserve(out.size() + out.size() / enough * (all - enough) / 10 * 11);
     }
 }
 
 // What is printed of a parameter, which many steps have: made once.
-template <typename Told>
+template <typename Text>
 class PerParameter {
   public:
-    explicit PerParameter(Told (*tell)(const catalogue::Parameter&)) : tell_(tell) {}
-    const Told& of(const catalogue::Parameter& parameter) {
-        const auto found = told_.find(&parameter);
-        return found != told_.end() ? found->second : told_.emplace(&parameter, tell_(parameter)).first->second;
+    explicit PerParameter(Text (*make)(const catalogue::Parameter&)) : make_(make) {}
+    const Text& of(const catalogue::Parameter& parameter) {
+        const auto found = made_.find(&parameter);
+        return found != made_.end() ? found->second : made_.emplace(&parameter, make_(parameter)).first->second;
     }
 
   private:
-    Told (*tell_)(const catalogue::Parameter&);
-    std::unordered_map<const catalogue::Parameter*, Told> told_;
+    Text (*make_)(const catalogue::Parameter&);
+    std::unordered_map<const catalogue::Parameter*, Text> made_;
 };
 
 struct ParameterCells {
@@ -94,8 +98,7 @@ class Page {
             reserveForSteps(out_, i + 1, inspection_->steps.size());
         }
         for (const auto* const finding : remarks_) {
-            const auto code = finding->kind->code;
-            if (code == "cycle-outdated" || code.ends_with("-differ") || concernsCatalogue(*finding)) {
+            if (isRemark(finding->kind().subject)) {
                 const auto place = placeOf(*finding);
                 out_ +=
                     "\n  " +
@@ -123,20 +126,20 @@ class Page {
         Table table("      ");
         for (const auto& value : step.values) {
             const bool valid = value.status == catalogue::ValueStatus::Valid;
-            const auto& told = cells_.of(*value.parameter);
+            const auto& texts = cells_.of(*value.parameter);
             std::vector<std::string> cells;
             cells.reserve(4);
-            cells.push_back(told.name);
+            cells.push_back(texts.name);
             cells.push_back(printable(value.value));
-            cells.push_back(told.unit);
+            cells.push_back(texts.unit);
             cells.push_back(valid
-                                ? style_.dim(told.limits)
+                                ? style_.dim(texts.limits)
                                 : style_.red("! " + printable(catalogue::statusText(*value.parameter, value.status))));
             table.add(std::move(cells));
         }
         for (const auto* const parameter : step.missing) {
-            const auto& told = cells_.of(*parameter);
-            table.add({told.name, "", told.unit, style_.yellow("! has no value")});
+            const auto& texts = cells_.of(*parameter);
+            table.add({texts.name, "", texts.unit, style_.yellow("! has no value")});
         }
         for (const auto& value : step.unchecked) {
             table.add({"", printable(value), "", style_.red("! cannot be checked: the catalogue's cycle is at fault")});
@@ -177,7 +180,7 @@ class JsonPage {
     }
 
   private:
-    // What stands around a parameter's value.
+    // What is around a parameter's value.
     struct Frame {
         std::string before;
         std::string after;
@@ -266,7 +269,7 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
             return outcome;
         };
     };
-    // Pages stand apart by an empty line.
+    // Between pages is an empty line.
     bool isFirst = true;
     const auto separate = [&](Outcome& outcome) {
         if (!arguments.methods.json && !outcome.out.empty()) {
@@ -279,7 +282,7 @@ ExitStatus run(const Console& console, const ShowArguments& arguments) {
 
 }  // namespace
 
-void addShow(CLI::App& tool, Session& session) {
+void addShow(CLI::App& tool, Call& call) {
     Command command(tool, "show", "Show what methods do: steps, values, ranges");
     const auto arguments = std::make_shared<ShowArguments>();
     addMethodOptions(command, arguments->methods);
@@ -290,7 +293,7 @@ void addShow(CLI::App& tool, Session& session) {
         "Examples:\n"
         "  vrnmethod show --set instrument/ method.xml\n"
         "  vrnmethod show --set instrument/ --json methods/ | jq -r '.file + \": \" + .syringe'");
-    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &call] { call.status = run(call.console, *arguments); });
 }
 
 }  // namespace vrn::cli

@@ -1,5 +1,4 @@
-#include "hosts/cli/FileSystem.h"
-
+// Files on POSIX: read, locked, and replaced in one step.
 #include <fcntl.h>
 #include <sys/file.h>
 
@@ -13,8 +12,6 @@
 
 #include "hosts/cli/System.h"
 #include "hosts/cli/posix/Descriptor.h"
-#include "hosts/cli/posix/Failure.h"
-#include "hosts/cli/posix/Traits.h"
 #include "text/TextFile.h"
 
 namespace vrn::cli::system {
@@ -73,7 +70,7 @@ std::string contentOf(int file, const std::string& path) {
     return content;
 }
 
-// A file that is to be replaced, as it is now.
+// A file to be replaced, as it is now.
 class OldFile {
   public:
     OldFile(const std::string& target, const std::string& shown)

@@ -1,5 +1,4 @@
-#include "hosts/cli/posix/Traits.h"
-
+// What a file that replaces another takes over from it.
 #include <endian.h>
 #include <grp.h>
 #include <pwd.h>
@@ -15,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/cli/posix/Failure.h"
+#include "hosts/cli/posix/Descriptor.h"
 
 namespace vrn::cli::system {
 
@@ -45,7 +44,7 @@ std::string valueOf(int file, const std::string& name, const std::string& shown)
 // What the system works out of the content is not the old file's to give.
 bool isOfContent(std::string_view name) { return name == "security.ima" || name == "security.evm"; }
 
-ExtendedAttributes attributesOf(int file, const std::string& shown) {
+std::map<std::string, std::string> attributesOf(int file, const std::string& shown) {
     std::string names;
     ssize_t size = 0;
     do {
@@ -56,7 +55,7 @@ ExtendedAttributes attributesOf(int file, const std::string& shown) {
     if (size < 0 && errno != ENOTSUP) {
         fail(shown, "its extended attributes cannot be read", errno);
     }
-    ExtendedAttributes attributes;
+    std::map<std::string, std::string> attributes;
     for (std::size_t at = 0; size > 0 && at < static_cast<std::size_t>(size);) {
         const std::string name(names.c_str() + at);
         at += name.size() + 1;

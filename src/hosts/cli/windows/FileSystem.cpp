@@ -1,4 +1,4 @@
-#include "hosts/cli/FileSystem.h"
+#include "hosts/cli/System.h"
 
 #include <windows.h>
 
@@ -9,9 +9,8 @@
 #include <utility>
 
 #include "errors/modErr.h"
-#include "hosts/cli/ExitStatus.h"
-#include "hosts/cli/Names.h"
-#include "hosts/cli/System.h"
+#include "hosts/cli/Call.h"
+#include "hosts/cli/Output.h"
 #include "text/TextFile.h"
 #include "text/windows/Wide.h"
 

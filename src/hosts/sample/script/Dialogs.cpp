@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "hosts/sample/script/UserInput.h"
+#include "hosts/sample/script/WindowSearch.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::sample {
@@ -23,13 +24,8 @@ bool isOfClass(HWND window, const wchar_t* wanted) {
 }
 
 HWND visibleWindow(DWORD thread, const wchar_t* windowClass) {
-    HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr) {
-        if (GetWindowThreadProcessId(window, nullptr) == thread && IsWindowVisible(window) != FALSE) {
-            return window;
-        }
-    }
-    return nullptr;
+    return findInThread(
+        thread, [&](HWND window) { return IsWindowVisible(window) != FALSE && isOfClass(window, windowClass); });
 }
 
 std::int32_t flagsOf(HICON icon) {
@@ -40,13 +36,10 @@ std::int32_t flagsOf(HICON icon) {
 }
 
 std::int32_t shownFlags(HWND box) {
-    HWND child = nullptr;
-    while ((child = FindWindowExW(box, child, L"Static", nullptr)) != nullptr) {
-        if ((GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
-            return flagsOf(reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0)));
-        }
-    }
-    return 0;
+    HWND const icon = findBelow(box, [](HWND child) {
+        return isOfClass(child, L"Static") && (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+    });
+    return icon == nullptr ? 0 : flagsOf(reinterpret_cast<HICON>(SendMessageW(icon, STM_GETICON, 0, 0)));
 }
 
 // A box that is seen may still be about to get its icon.

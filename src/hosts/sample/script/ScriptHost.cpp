@@ -52,9 +52,9 @@ class Session final : public script::Operations {
     explicit Session(HostWindow& window) : window_(window) {}
 
     void raise(const MethodEditorError& error) {
-        tellError({static_cast<std::int32_t>(error.lngError), text::fromWide(error.strError),
-                   text::fromWide(error.strApplication), text::fromWide(error.strModule),
-                   text::fromWide(error.strProcedure), error.intLineNumber});
+        reportError({static_cast<std::int32_t>(error.lngError), text::fromWide(error.strError),
+                     text::fromWide(error.strApplication), text::fromWide(error.strModule),
+                     text::fromWide(error.strProcedure), error.intLineNumber});
     }
 
     void SetXmlDocuments(const std::string& macros, const std::string& objects, const std::string& method,
@@ -210,7 +210,7 @@ class Session final : public script::Operations {
         const auto box = openMessageBox(window_.thread());
         if (box) {
             // Before the answer: the windows go on from there, and may tell of something too.
-            tellMessageBox(box->text, box->title, box->flags);
+            reportMessageBox(box->text, box->title, box->flags);
             pressOk(*box);
         }
         return box.has_value();

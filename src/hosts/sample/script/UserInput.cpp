@@ -7,6 +7,7 @@
 
 #include "errors/Error.h"
 #include "hosts/activex/form/ControlIds.h"
+#include "hosts/sample/script/WindowSearch.h"
 #include "text/windows/Wide.h"
 
 namespace vrn::sample {
@@ -29,30 +30,11 @@ constexpr std::array<std::pair<std::string_view, ControlId>, 11> identifiers{{
     {"lblCycleDateChanged", ControlId::lblCycleDateChanged},
 }};
 
-struct Search {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK look(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    if (GetDlgCtrlID(window) == search.id) {
-        search.found = window;
-    }
-    return search.found == nullptr ? TRUE : FALSE;
-}
-
-// Below the form at whatever depth.
-HWND descendant(HWND form, int id) {
-    Search search{id, nullptr};
-    EnumChildWindows(form, &look, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
 HWND windowNamed(HWND form, const std::string& name) {
     const auto* const found = std::find_if(identifiers.begin(), identifiers.end(),
                                            [&](const auto& identifier) { return identifier.first == name; });
-    HWND const window = found == identifiers.end() ? nullptr : descendant(form, static_cast<int>(found->second));
+    const auto isIt = [&](HWND window) { return GetDlgCtrlID(window) == static_cast<int>(found->second); };
+    HWND const window = found == identifiers.end() ? nullptr : findBelow(form, isIt);
     if (window == nullptr) {
         throw errors::Error(E_FAIL, "The control has no window " + name + ".");
     }

@@ -1,4 +1,4 @@
-// The tool's commands and options as data: help, man page and completions all come from the same description.
+// The tool's commands and options as data, and what is made of them: completion scripts and the manual page.
 #pragma once
 
 #include <string>
@@ -34,9 +34,10 @@ struct ToolHelp {
     std::string summary;
     std::string footer;
     std::vector<OptionHelp> options;
-    std::vector<CommandHelp> commands;  ///< without hidden ones
+    std::vector<CommandHelp> commands;
 };
 
+/// What help says of the tool, without hidden commands.
 [[nodiscard]] ToolHelp helpOf(const CLI::App& tool);
 
 /// Completion scripts for the shells.
@@ -46,5 +47,9 @@ struct ToolHelp {
 
 /// The manual page, in the language of man(7).
 [[nodiscard]] std::string manPage(const ToolHelp& tool, const std::string& version);
+
+/// Text of the documentation in that language: paragraphs, lines that begin with a blank as they are, and of Markdown headings, lists,
+/// tables, blocks of code, marks within lines.
+[[nodiscard]] std::string roffParagraphs(const std::string& text);
 
 }  // namespace vrn::cli

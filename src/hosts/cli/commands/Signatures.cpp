@@ -1,9 +1,11 @@
+// The two commands about signatures: verify looks at them, sign makes them.
 #include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
 
 #include "hosts/cli/Checker.h"
 #include "hosts/cli/Commands.h"
-#include "hosts/cli/FindingText.h"
-#include "hosts/cli/Names.h"
 #include "method/SignatureState.h"
 
 namespace vrn::cli {
@@ -14,6 +16,62 @@ using method::MethodVersion;
 using method::SignatureState;
 using method::format::currentVersion;
 using method::format::currentVersionText;
+
+struct Verdict {
+    SignatureState state = SignatureState::Unknown;
+    std::string message;
+    std::string version;
+};
+
+Verdict verdictOn(const method::VerificationResult& result, const method::MethodContent& content) {
+    Verdict verdict{method::signatureState(result, content), {}, content.version.value_or("")};
+    switch (verdict.state) {
+        case SignatureState::Intact:
+            break;
+        case SignatureState::Changed:
+            verdict.message = "the file was changed outside the editor";
+            break;
+        case SignatureState::Unsigned:
+            verdict.message = "there is no signature";
+            break;
+        case SignatureState::Unknown:
+            verdict.message = "how version " + result.unsupportedVersion + " is signed is not known";
+            break;
+    }
+    return verdict;
+}
+
+std::string textOf(const std::string& file, const Verdict& verdict, const Style& style) {
+    const auto status = method::signatureStateName(verdict.state);
+    const bool intact = verdict.state == SignatureState::Intact;
+    auto line = padded(intact ? style.green(status) : style.red(status), 10) + displayName(file);
+    line += verdict.version.empty() ? " (no version)" : " (version " + printable(verdict.version) + ")";
+    return line + (verdict.message.empty() ? "" : ": " + printable(verdict.message)) + "\n";
+}
+
+Json jsonOf(const std::string& file, const Verdict& verdict) {
+    Json json = {{"file", displayName(file)}, {"status", method::signatureStateName(verdict.state)}};
+    json["version"] = verdict.version.empty() ? Json() : Json(verdict.version);
+    if (!verdict.message.empty()) {
+        json["message"] = verdict.message;
+    }
+    return json;
+}
+
+MethodWork verifier(const Console& console, bool json) {
+    return [engine = std::make_shared<Engine>(), &console, json](const MethodFile& file) {
+        const auto method = readXmlFile(file.path, console, "Method");
+        auto& state = engine->state();
+        state.domMethod = method.document;
+        const auto result = method::VerifyLoadedMethod(state);
+        const auto verdict = verdictOn(result, method::contentOf(method.document));
+        Outcome outcome;
+        outcome.status = verdict.state == SignatureState::Intact ? ExitStatus::Well : ExitStatus::Findings;
+        outcome.out =
+            json ? jsonLine(jsonOf(file.path, verdict)) : textOf(file.path, verdict, Style(console.outHasColour));
+        return outcome;
+    };
+}
 
 struct SignArguments {
     SetArguments set;
@@ -54,28 +112,27 @@ class Signer {
         Outcome outcome;
         if (verification.code == 0) {
             passThrough(method, arguments_->write, outcome);
-            return told(method, "unchanged", "is signed already", std::move(outcome));
+            return done(method, "unchanged", "is signed already", std::move(outcome));
         }
         method::MethodSigner(state).sign(method.document);
         writeBack(engine(), method, method.document, arguments_->write, outcome);
         const std::string be = arguments_->write.dryRun ? "would be " : "";
         return before == SignatureState::Changed
-                   ? told(method, "signed-anew", "signature did not match; " + be + "signed anew", std::move(outcome))
-                   : told(method, "signed", be + "signed", std::move(outcome));
+                   ? done(method, "signed-anew", "signature did not match; " + be + "signed anew", std::move(outcome))
+                   : done(method, "signed", be + "signed", std::move(outcome));
     }
 
   private:
     Engine& engine() { return checker_ ? checker_->engine() : *unchecked_; }
 
-    // What stands against signing, the signature apart.
+    // Why the method is not to be signed, the signature apart.
     std::vector<Finding> errorsOf(const XmlFile& method) {
         if (arguments_->force || !checker_) {
             return {};
         }
         auto findings = checker_->check(method).findings;
-        std::erase_if(findings, [](const Finding& finding) {
-            return finding.kind->severity != Severity::Error || concernsSignature(finding);
-        });
+        std::erase_if(findings,
+                      [](const Finding& finding) { return !finding.isError() || finding.concernsSignature(); });
         return findings;
     }
 
@@ -86,7 +143,7 @@ class Signer {
             auto json = headOf(file, "refused");
             json["message"] = why;
             json["findings"] = findingsJson(findings);
-            tell(file, outcome, jsonLine(json));
+            report(file, outcome, jsonLine(json));
         } else {
             outcome.err = "vrnmethod: " + displayName(file.path) + ": not signed: " + why + "\n" +
                           findingText(file.path, findings, Style(console_->errHasColour));
@@ -98,9 +155,10 @@ class Signer {
         return reportHead(file, status, arguments_->write);
     }
 
-    Outcome told(const XmlFile& file, const char* status, const std::string& words, Outcome outcome) const {
-        tell(file, outcome,
-             arguments_->methods.json ? jsonLine(headOf(file, status)) : displayName(file.path) + ": " + words + "\n");
+    Outcome done(const XmlFile& file, const char* status, const std::string& words, Outcome outcome) const {
+        report(
+            file, outcome,
+            arguments_->methods.json ? jsonLine(headOf(file, status)) : displayName(file.path) + ": " + words + "\n");
         return outcome;
     }
 
@@ -111,7 +169,7 @@ class Signer {
 };
 
 ExitStatus run(const Console& console, const SignArguments& arguments) {
-    // Who forces has no need of a set; who names one all the same may have made a mistake in it.
+    // With --force no set is needed; one that is named all the same may be at fault.
     std::unique_ptr<SetTexts> set;
     if (!arguments.force || arguments.set.given()) {
         set = std::make_unique<SetTexts>(readSet(arguments.set, console));
@@ -127,7 +185,24 @@ ExitStatus run(const Console& console, const SignArguments& arguments) {
 
 }  // namespace
 
-void addSign(CLI::App& tool, Session& session) {
+void addVerify(CLI::App& tool, Call& call) {
+    Command command(tool, "verify", "Tell whether methods are as the editor signed them");
+    const auto methods = std::make_shared<MethodArguments>();
+    addMethodOptions(command, *methods);
+    command.footer(
+        "The signature alone is looked at, so no document set is needed. It shows that a method was changed\n"
+        "outside the editor, not who changed it. Exit status 1 when a method is not intact.\n\n"
+        "Examples:\n"
+        "  vrnmethod verify methods/\n"
+        "  vrnmethod verify --json methods/ | jq -r 'select(.status != \"intact\") | .file'");
+    command.callback([methods, &call] {
+        const auto& console = call.console;
+        call.status = runOverMethods(
+            {console, *methods, {}, [&console, &methods] { return verifier(console, methods->json); }, nullptr, {}});
+    });
+}
+
+void addSign(CLI::App& tool, Call& call) {
     Command command(tool, "sign", "Sign methods as they stand");
     const auto arguments = std::make_shared<SignArguments>();
     addMethodOptions(command, arguments->methods);
@@ -144,7 +219,7 @@ void addSign(CLI::App& tool, Session& session) {
         "  vrnmethod sign --set instrument/ edited.xml\n"
         "  vrnmethod sign --set instrument/ --dry-run methods/\n"
         "  vrnmethod sign --force --backup .bak edited.xml");
-    command.callback([arguments, &session] { session.status = run(session.console, *arguments); });
+    command.callback([arguments, &call] { call.status = run(call.console, *arguments); });
 }
 
 }  // namespace vrn::cli

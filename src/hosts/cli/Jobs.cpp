@@ -1,57 +1,33 @@
-// Work on many things side by side, its results in the order of the things.
-#pragma once
-
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
-#include <cstddef>
 #include <deque>
 #include <exception>
-#include <functional>
 #include <map>
 #include <mutex>
 #include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
-#include <vector>
+
+#include "hosts/cli/MethodRun.h"
 
 namespace vrn::cli {
 
-/// What is to be done with things of a kind. An exception on any thread ends all, with the thing at hand on each, and goes to the
-/// caller. Only lack of memory on another thread than the caller's ends that thread alone.
-template <typename Item, typename Result>
-struct Jobs {
-    unsigned count = 1;  ///< threads, this one among them
+namespace {
 
-    /// Makes what a thread works with; called by each, side by side. Worker 0 is this thread: nothing is worked on before it is ready.
-    /// Let go of as soon as there is no more to do.
-    std::function<std::function<Result(const Item&)>(unsigned worker)> makeWork;
-    /// Names the things, on this thread, while others already work on the first.
-    std::function<void(const std::function<void(Item)>& add)> find;
-    /// Gets the results, on this thread, in order of the things.
-    std::function<void(Result)> take;
-    /// Once it answers true, no further work begins; what was done by then is taken.
-    std::function<bool()> stop;
-
-    void run() const;
-};
-
-namespace detail {
-
-/// The state of `Jobs` on several threads. Things are given out and results handed over in batches, and nobody waits while there is work:
-/// waking each other costs threads more than small things do.
-template <typename Item, typename Result>
+// The state of `Jobs` on several threads. Methods are given out and results handed over in batches, and nobody waits while there is
+// work: waking each other costs threads more than small methods do.
 class Crew {
   public:
-    explicit Crew(const Jobs<Item, Result>& jobs) : jobs_(jobs) {}
+    explicit Crew(const Jobs& jobs) : jobs_(jobs) {}
 
     void run() {
         std::vector<std::jthread> threads;
         try {
             begin(threads);
             auto work = jobs_.makeWork(0);
-            jobs_.find([this](Item item) { add(std::move(item)); });
+            jobs_.find([this](MethodFile file) { add(std::move(file)); });
             endOfQueue();
             Batch batch;
             workOn(work, batch, [this] { takeWhatIsThere(); });
@@ -69,12 +45,11 @@ class Crew {
     }
 
   private:
-    using Work = std::function<Result(const Item&)>;
     using Lock = std::unique_lock<std::mutex>;
     struct Batch {
         std::size_t number = 0;
-        std::vector<Item> items;
-        std::vector<Result> results;  // of the first of them
+        std::vector<MethodFile> files;
+        std::vector<Outcome> results;  // of the first of them
     };
 
     void begin(std::vector<std::jthread>& threads) {
@@ -107,9 +82,9 @@ class Crew {
         othersWorking_ += change;
     }
 
-    void add(Item item) {
+    void add(MethodFile file) {
         const std::scoped_lock lock(mutex_);
-        queue_.push_back(std::move(item));
+        queue_.push_back(std::move(file));
         queued_.notify_one();
     }
 
@@ -128,7 +103,7 @@ class Crew {
     // A thread that has run out of memory ends, so that the others get what it had; the first one does the rest of its work.
     void handBack(Batch batch) {
         const std::scoped_lock lock(mutex_);
-        if (!batch.items.empty()) {
+        if (!batch.files.empty()) {
             handedBack_.push_back(std::move(batch));
         }
     }
@@ -155,15 +130,15 @@ class Crew {
     }
 
     // `batch` holds what is not handed over yet when this throws.
-    void workOn(const Work& work, Batch& batch, const auto& afterEach) {
+    void workOn(const MethodWork& work, Batch& batch, const auto& afterEach) {
         while (!isOver()) {
             batch = nextBatch();
-            if (batch.items.empty()) {
+            if (batch.files.empty()) {
                 break;
             }
-            batch.results.reserve(batch.items.size());
-            while (batch.results.size() < batch.items.size() && (batch.results.empty() || !isOver())) {
-                batch.results.push_back(work(batch.items[batch.results.size()]));
+            batch.results.reserve(batch.files.size());
+            while (batch.results.size() < batch.files.size() && (batch.results.empty() || !isOver())) {
+                batch.results.push_back(work(batch.files[batch.results.size()]));
                 afterEach();
             }
             const std::scoped_lock lock(mutex_);
@@ -204,15 +179,15 @@ class Crew {
         return !handedBack_.empty() && !isOver();
     }
 
-    const Jobs<Item, Result>& jobs_;
+    const Jobs& jobs_;
     std::mutex mutex_;
     std::condition_variable queued_;
-    std::deque<Item> queue_;
+    std::deque<MethodFile> queue_;
     bool isQueueComplete_ = false;
     std::size_t batches_ = 0;
     std::condition_variable finished_;
-    std::map<std::size_t, std::vector<Result>> results_;  // by the batch's number
-    std::size_t due_ = 0;                                 // the batch whose turn it is
+    std::map<std::size_t, std::vector<Outcome>> results_;  // by the batch's number
+    std::size_t due_ = 0;                                  // the batch whose turn it is
     std::vector<Batch> handedBack_;
     std::thread::id first_ = std::this_thread::get_id();
     int othersWorking_ = 0;
@@ -220,19 +195,18 @@ class Crew {
     std::atomic<bool> isCancelled_ = false;
 };
 
-}  // namespace detail
+}  // namespace
 
-template <typename Item, typename Result>
-void Jobs<Item, Result>::run() const {
+void Jobs::run() const {
     if (count > 1) {
-        detail::Crew<Item, Result>(*this).run();
+        Crew(*this).run();
         return;
     }
     const auto work = makeWork(0);
-    std::vector<Item> items;
-    find([&items](Item item) { items.push_back(std::move(item)); });
-    for (auto item = items.cbegin(); item != items.cend() && !stop(); ++item) {
-        take(work(*item));
+    std::vector<MethodFile> files;
+    find([&files](MethodFile file) { files.push_back(std::move(file)); });
+    for (auto file = files.cbegin(); file != files.cend() && !stop(); ++file) {
+        take(work(*file));
     }
 }
 
