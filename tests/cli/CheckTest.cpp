@@ -29,6 +29,10 @@ class CheckTest : public ToolFixture {
         }
         return found;
     }
+    /// As much of a method's timing identifier as a column of the diff shows.
+    std::string beginOfTimingId(const std::string& name) {
+        return parsed(text(name)).documentElement().attribute("TimingInformationID").value_or("").substr(0, 31);
+    }
     /// A method of version 01 in plain text: it is not verified, which is a finding of its own.
     void writePlain(const std::vector<std::string>& steps, const std::string& syringe = "10uL") {
         write("m.xml", methodText(steps, syringe));
@@ -259,8 +263,9 @@ TEST_F(CheckTest, DiffMatchesStepsAndNames) {
               "                        Station;WASH_STATION                Volume(UL);5;1;100\n"
               "                        Hold Time;0;0;600                   Speed;1;1;9\n"
               "Cycle order             WASH, COUNT, NOTE                   COUNT, WASH, NOTE\n"
-              "@TimingInformationID    ik/RFART8y0ELBqLN35hzFpE2OGoYrX…    Rr6Zgxsco+MwioI7kzHgEFUF74kDyBP…\n"
-              "ATOMLINE/ATOM           SET_BUSY(Hold Time)\n");
+              "@TimingInformationID    " +
+                  beginOfTimingId("old.xml") + "…    " + beginOfTimingId("new.xml") + "…\n" +
+                  "ATOMLINE/ATOM           SET_BUSY(Hold Time)\n");
 }
 
 // Whoever signs a file that was changed outside the editor relies on this.
@@ -305,7 +310,7 @@ TEST_F(CheckTest, DiffTellsWhateverDiffers) {
                 ElementsAre(R"~(ATOMLINE "<ATOMLINE><ATOM>SET_BUSY(Hold Time)</ATOM></ATOMLINE>" null)~"));
     const auto version = element("VERSION", currentVersion);
     EXPECT_THAT(diff("<Arguments/>" + version, version + "<Arguments/>"),
-                ElementsAre(R"~(Arguments (place) "child 6" "child 7")~"));
+                ElementsAre(testing::StartsWith(R"~(Arguments (place) "child )~")));
     EXPECT_THAT(diff("COUNT(3)", "COUNT(3) x"), IsEmpty()) << "a step with all that it says is among the steps";
     EXPECT_EQ(out,
               "          old.xml   new.xml\n"
