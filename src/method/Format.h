@@ -72,10 +72,10 @@ void appendOpened(std::string& out, const Element& element);
 void appendClosed(std::string& out, const Element& element);
 /// An element with this text.
 void appendLeaf(std::string& out, const Element& element, std::string_view text);
-/// An element whose text stands in a CDATA section.
+/// An element whose text is a CDATA section.
 void appendCDataLeaf(std::string& out, const Element& element, std::string_view text);
 
-/// The method that stands for none, with declaration.
+/// The method that is shown for none, with declaration.
 [[nodiscard]] std::string emptyMethod();
 
 // Versions
@@ -102,7 +102,7 @@ inline constexpr std::string_view currentVersionText = knownVersions.back().text
 
 /// The version that a text names as a number; null for one that is not known.
 [[nodiscard]] const KnownVersion* knownVersion(std::string_view text);
-/// The value of a version text that is a whole number, as plain decimal; any other text as it stands.
+/// The value of a version text that is a whole number, as plain decimal; any other text as it is.
 [[nodiscard]] std::string versionAsShown(std::string_view text);
 
 // Description: entities within the text of a line, on top of the document's own escaping
@@ -121,7 +121,7 @@ inline constexpr std::string_view currentVersionText = knownVersions.back().text
 /// Appends the text of a step.
 void appendStep(std::string& out, const MethodMacroEntry& entry);
 
-/// Where the values of a step's text stand: between the first "(" and the first ")". Nothing without these in this order.
+/// Where the values of a step's text are: between the first "(" and the first ")". Nothing without these in this order.
 struct StepParentheses {
     std::size_t open = 0;
     std::size_t close = 0;

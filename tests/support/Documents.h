@@ -79,7 +79,7 @@ inline std::string configuration(const std::string& categories) {
     return element("Config", element("Arguments", categories));
 }
 
-/// An unsigned method, of a version that is read as it stands.
+/// An unsigned method, of a version that is loaded without verification.
 struct MethodParts {
     std::vector<std::string> steps;  ///< texts such as "WASH(5,Tray1)"
     std::string syringe = "10uL";
